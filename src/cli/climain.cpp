@@ -1,0 +1,33 @@
+#include <iostream>
+
+#include "cli/commands.h"
+
+namespace velmora {
+
+int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+namespace {
+void usage(std::ostream& err) {
+    err << "usage: velmora-cli COMMAND [OPTIONS]\n"
+           "commands:\n"
+           "  run     run a program until it sleeps or stops\n";
+}
+}  // namespace
+
+int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    if (args.empty()) {
+        usage(err);
+        return kExitUsage;
+    }
+    const std::vector<std::string> rest(args.begin() + 1, args.end());
+    if (args[0] == "run") return runcommand(rest, out, err);
+    usage(err);
+    return kExitUsage;
+}
+
+int climain(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    return clicommand(args, std::cout, std::cerr);
+}
+
+}  // namespace velmora

@@ -1,0 +1,27 @@
+#pragma once
+// velmora-cli: the headless front end. Each sub-command is a thin wrapper over the
+// same library functions the desktop program uses.
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+// Exit codes of `run`, by the reason the simulation ended.
+enum RunExit {
+    kExitSleep = 0,
+    kExitUsage = 2,
+    kExitInputError = 3,
+    kExitUnrecognized = 4,
+    kExitEndOfMemory = 5,
+    kExitInfiniteLoop = 6,
+    kExitLimit = 7,
+    kExitBreakpoint = 8,
+    kExitStepByStep = 9,
+};
+
+int climain(int argc, char** argv);
+int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+}  // namespace velmora

@@ -1,0 +1,86 @@
+#include "cli/session.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "core/testmachine.h"
+
+namespace velmora {
+
+void StreamMessenger::show(const std::string& text, MessageKind) { out_ << text << "\n"; }
+
+double SteadyClock::now() {
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
+}
+
+CliSession::CliSession(std::ostream& err) : err_(err), messenger_(err) {
+    run_ = std::make_unique<RunControl>(machine_, messenger_, clock_, settings_);
+}
+
+bool CliSession::selectmodel(const std::optional<std::string>& name) {
+    (void)name;
+    configurebaremachine(machine_);
+    return true;
+}
+
+bool CliSession::setclock(const std::string& text) {
+    char* end = nullptr;
+    const double mhz = std::strtod(text.c_str(), &end);
+    if (end == text.c_str() || *end != '\0' || !(mhz > 0) || mhz > 1e6) {
+        err_ << "velmora-cli: the clock must be a positive number of MHz, not '" << text << "'\n";
+        return false;
+    }
+    machine_.clockfrequency = static_cast<float>(mhz);
+    return true;
+}
+
+std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error) {
+    std::vector<uint16_t> words;
+    std::istringstream lines(text);
+    std::string line;
+    int number = 0;
+    while (std::getline(lines, line)) {
+        ++number;
+        line = line.substr(0, line.find(';'));
+        std::istringstream tokens(line);
+        std::string token;
+        while (tokens >> token) {
+            char* end = nullptr;
+            const unsigned long value = std::strtoul(token.c_str(), &end, 16);
+            if (*end != '\0' || value > 0xFFFF || token.size() > 4) {
+                error = "line " + std::to_string(number) + ": '" + token + "' is not a 16-bit hexadecimal word";
+                return std::nullopt;
+            }
+            words.push_back(static_cast<uint16_t>(value));
+        }
+    }
+    return words;
+}
+
+bool CliSession::loadprogram(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        err_ << "velmora-cli: cannot open '" << path << "'\n";
+        return false;
+    }
+    std::stringstream content;
+    content << file.rdbuf();
+    std::string error;
+    const auto words = parsewordfile(content.str(), error);
+    if (!words) {
+        err_ << "velmora-cli: " << path << ": " << error << "\n";
+        return false;
+    }
+    if (words->size() > static_cast<size_t>(machine_.flashwords)) {
+        err_ << "velmora-cli: " << path << ": the program does not fit into program memory\n";
+        return false;
+    }
+    loadwords(machine_, *words);
+    return true;
+}
+
+}  // namespace velmora

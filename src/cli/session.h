@@ -1,0 +1,58 @@
+#pragma once
+// Everything one headless run needs: the machine, its run control, messages to
+// stderr, a steady clock and settings kept in memory.
+
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "core/machine.h"
+#include "core/memorysettings.h"
+#include "core/runcontrol.h"
+
+namespace velmora {
+
+class StreamMessenger : public Messenger {
+public:
+    explicit StreamMessenger(std::ostream& out) : out_(out) {}
+    void show(const std::string& text, MessageKind kind) override;
+
+private:
+    std::ostream& out_;
+};
+
+class SteadyClock : public Clock {
+public:
+    double now() override;
+    void nap() override {}
+    void yield() override {}
+};
+
+class CliSession {
+public:
+    explicit CliSession(std::ostream& err);
+    Machine& machine() { return machine_; }
+    RunControl& runcontrol() { return *run_; }
+    SettingsAccess& settings() { return settings_; }
+
+    // Loads the named model (or the default one); false after printing why not.
+    bool selectmodel(const std::optional<std::string>& name);
+    // Sets the clock in MHz from text; false for a value that is not a positive number.
+    bool setclock(const std::string& text);
+    // Loads a program image: a text file of hexadecimal words.
+    bool loadprogram(const std::string& path);
+
+private:
+    std::ostream& err_;
+    Machine machine_;
+    StreamMessenger messenger_;
+    SteadyClock clock_;
+    MemorySettings settings_;
+    std::unique_ptr<RunControl> run_;
+};
+
+// Reads whitespace-separated hexadecimal words; ';' starts a comment. Empty on error.
+std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);
+
+}  // namespace velmora

@@ -1,0 +1,55 @@
+#include "core/machine.h"
+
+#include <cmath>
+
+#include "core/hextext.h"
+#include "core/memory.h"
+
+namespace velmora {
+
+std::array<std::string, 9> defaultbitnames(int address) {
+    std::array<std::string, 9> names;
+    for (int bit = 0; bit < 8; ++bit) names[bit] = std::string(1, static_cast<char>('0' + bit));
+    // I/O registers show their I/O address, everything else its data address.
+    const int shown = (address >= 32 && address <= 95) ? address - 32 : address;
+    names[8] = dollarhex(static_cast<uint32_t>(shown), shown >= 4096 ? 4 : 3);
+    return names;
+}
+
+void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eepromsize) {
+    m.flashsize = flashsize < 0 ? 0 : flashsize;
+    m.flashwords = m.flashsize / 2;
+    m.pcbits = m.flashwords > 0 ? static_cast<int>(std::lround(std::log2(m.flashwords))) : 0;
+    m.threebytepc = m.flashwords > 0x10000;
+    m.progmem.assign(static_cast<size_t>(m.flashsize) + 4, m.unprogrammed);
+    m.extendedio = extendedio < 0 ? 0 : extendedio;
+    m.sramsize = sramsize < 0 ? 0 : sramsize;
+    m.dataspacesize = m.extendedio + m.sramsize + 96;
+    m.eightbitpointers = m.dataspacesize <= 256;
+    m.datamem.assign(m.dataspacesize, 0);
+    m.datamask.assign(m.dataspacesize, 0);
+    for (int a = 96 + m.extendedio; a < m.dataspacesize; ++a) m.datamask[a] = 255;
+    m.eepromsize = eepromsize < 0 ? 0 : eepromsize;
+    m.eeprommem.assign(m.eepromsize, m.unprogrammed);
+    m.bitnames.resize(m.dataspacesize);
+    for (int a = 0; a < m.dataspacesize; ++a) m.bitnames[a] = defaultbitnames(a);
+    marksideeffects(m);
+}
+
+void clean(Machine& m) {
+    m.laststep = Machine::LastStep::None;
+    m.totalinstructions = m.totalcycles = m.instructioncounter = m.clockcyclecounter = 0;
+    m.instructioncycles = 0;
+    m.pc = 0;
+    m.hwstackdepth = 0;
+    m.afterreti = false;
+    std::fill(m.datamem.begin(), m.datamem.end(), 0);
+    for (const NamedRegister& r : m.namedregisters)
+        if (r.address < kHwStackPseudoAddress && r.address >= 0 && r.address < m.dataspacesize)
+            m.datamem[r.address] = r.reset;
+    m.usart = UsartState{};
+    m.adclocked = false;
+    for (auto hook : m.cleanhooks) hook(m);
+}
+
+}  // namespace velmora

@@ -1,0 +1,188 @@
+#pragma once
+// The one simulated microcontroller: memories, registers, counters and the
+// register roles that the model loader binds. Plain data; the procedures that
+// act on it live beside it (memory.h, stack.h, interpreter.h, runcontrol.h).
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/events.h"
+
+namespace velmora {
+
+// Fixed addresses the core uses on every model.
+inline constexpr int kSregAddress = 0x3F + 32;
+inline constexpr int kSphAddress = 0x3E + 32;
+inline constexpr int kSplAddress = 0x3D + 32;
+inline constexpr int kXL = 26, kXH = 27, kYL = 28, kYH = 29, kZL = 30, kZH = 31;
+
+// SREG bit masks.
+inline constexpr uint8_t kFlagC = 1, kFlagZ = 2, kFlagN = 4, kFlagV = 8, kFlagS = 16, kFlagH = 32,
+                         kFlagT = 64, kFlagI = 128;
+
+// Ports A..G carry the codes 5..11 in every interface; 0 means "not connected".
+inline constexpr int kPortCodeA = 5;
+inline constexpr int kPortCount = 7;
+
+// Pseudo-addresses of the hardware stack levels in the named-register table.
+inline constexpr int kHwStackPseudoAddress = 10000;
+inline constexpr int kHwStackFaulted = 1000;
+
+struct NamedRegister {
+    std::string text;  // "$05F   SREG"
+    std::string name;
+    int address = 0;   // data address, or 10000.. for hardware stack levels
+    uint8_t reset = 0;
+};
+
+struct InterruptEntry {
+    std::string name;
+    int vector = 0;  // word address
+    std::string description;
+    int enableaddress = 0;
+    uint8_t enablemask = 1;
+    int flagaddress = 0;
+    uint8_t flagmask = 1;
+    int polarity = 1;
+};
+
+// Addresses bound by name from the model's definitions; 0 means the model has no such register.
+struct RegisterRoles {
+    std::array<int, kPortCount> port{};
+    std::array<int, kPortCount> pin{};
+    std::array<int, kPortCount> ddr{};
+    std::array<bool, kPortCount> portexists{};
+    int eecr = 0, eedr = 0, eearl = 0, eearh = 0;
+    int udr = 0, ucsra = 0, ucsrb = 0, ucsrc = 0, ubrrl = 0, ubrrh = 0;
+    int admux = 0, adcsra = 0, adch = 0, adcl = 0, adcsrb = 0;
+    int acsr = 0, acsrb = 0;
+    int sfior = 0, mcucr = 0, eicra = 0;
+};
+
+// Peripheral kinds from the model's key lines; a kind below 2 means "none".
+struct PeripheralKinds {
+    int simconf = 0;
+    int instsetconf = 0;
+    int int0 = 0, int1 = 0;
+    std::vector<int> compconf;  // kind, bandgap, plus, minus [, third]
+    int adcconf = 0;
+    int eeconf = 0;
+    int uartconf = 0;
+};
+
+// Per-address side-effect marks, so the common load/store is a plain array access.
+enum SideEffect : uint8_t {
+    kEffectNone = 0,
+    kEffectRead = 1,
+    kEffectWrite = 2,
+};
+
+// Byte-level USART state; -1 marks an empty place.
+struct UsartState {
+    int txbuffer = -1;
+    int txshift = -1;
+    float txtimeleft = 0;
+    std::string txoutput;
+    int rxshift = -1;
+    float rxtime = 0;
+    int rxfifo1 = -1, rxfifo2 = -1;
+    bool txenabled = false, rxenabled = false;
+    int ubrrhshadow = 0;
+    uint64_t lastucsrcread = 0;  // cycle of the last shadow read, 0 when none
+};
+
+struct Machine {
+    // --- sizes (set by the model loader, see resize()) ---
+    int flashsize = 0;       // bytes
+    int flashwords = 0;
+    int pcbits = 0;
+    bool threebytepc = false;
+    int extendedio = 0;
+    int sramsize = 0;
+    int dataspacesize = 96;
+    bool eightbitpointers = true;
+    int eepromsize = 0;
+    uint8_t unprogrammed = 0xFF;
+
+    // --- memories: one byte per element ---
+    std::vector<uint8_t> progmem;   // flashsize + 4
+    std::vector<uint8_t> datamem;   // dataspacesize
+    std::vector<uint8_t> datamask;  // dataspacesize
+    std::vector<uint8_t> eeprommem; // eepromsize
+    std::vector<uint8_t> sideeffects; // dataspacesize, SideEffect bits
+
+    // --- model tables ---
+    std::string modelname;
+    PeripheralKinds kinds;
+    RegisterRoles roles;
+    std::vector<NamedRegister> namedregisters;
+    std::vector<std::array<std::string, 9>> bitnames;  // per data address
+    std::vector<InterruptEntry> interrupttable;
+    int int0flagaddress = 0, int1flagaddress = 0;
+    uint8_t int0flagmask = 0, int1flagmask = 0;
+
+    // --- processor state ---
+    int32_t pc = 0;  // words
+    uint64_t totalinstructions = 0;
+    uint64_t totalcycles = 0;
+    uint64_t instructioncounter = 0;
+    uint64_t clockcyclecounter = 0;
+    uint32_t instructioncycles = 0;
+    std::array<int32_t, 3> hwstack{};
+    int hwstackdepth = 0;
+    uint32_t watchdogcounter = 0;
+
+    // What the last step did, kept instead of building text on the hot path.
+    enum class LastStep : uint8_t { None, Instruction, Interrupt, Unrecognized };
+    LastStep laststep = LastStep::None;
+    uint16_t lastop = 0, lastop2 = 0;
+    uint8_t lastid = 0;  // instruction id of the decoding chain
+
+    // Why stoprequest was last raised, for front ends that report it.
+    enum class StopReason : uint8_t { None, Sleep, Unrecognized, EndOfMemory, InfiniteLoop, User };
+    StopReason stopreason = StopReason::None;
+
+    bool afterreti = false;
+    bool stoprequest = false;
+    bool simulationrunning = false;
+    float clockfrequency = 4.0f;
+
+    // --- peripheral state ---
+    UsartState usart;
+    bool adclocked = false;
+
+    // --- options the core consults ---
+    bool infiniteloopstop = false;
+    bool preserveinputstates = false;
+
+    // Receives the stack fault messages and the drop to Step By Step.
+    MachineEvents* events = nullptr;
+
+    // Runs the per-start resets of the later subsystems (devices, peripherals).
+    std::vector<void (*)(Machine&)> cleanhooks;
+};
+
+// Resizes every memory for the given model sizes and fills program memory and EEPROM
+// with the unprogrammed value.
+void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eepromsize);
+
+// Program memory word at a word address (little-endian bytes).
+inline uint16_t progword(const Machine& m, int wordaddress) {
+    const size_t i = static_cast<size_t>(wordaddress) * 2;
+    return static_cast<uint16_t>(m.progmem[i] | (m.progmem[i + 1] << 8));
+}
+
+// The reset of the machine: counters, data space, reset values, peripheral state.
+void clean(Machine& m);
+
+// The machine's "instructiontext" of the last step, rendered on demand.
+std::string instructiontext(const Machine& m);
+// Text of the instruction at pc ("nextinstructiontext").
+std::string nextinstructiontext(const Machine& m);
+
+// Default bit-name column for an address: digits for bits, "$" + address for the name.
+std::array<std::string, 9> defaultbitnames(int address);
+
+}  // namespace velmora

@@ -1,0 +1,92 @@
+#include "core/memory.h"
+
+namespace velmora {
+
+namespace {
+PinReadHook g_pinread = nullptr;
+
+int portindexofpin(const Machine& m, int address) {
+    for (int i = 0; i < kPortCount; ++i)
+        if (m.roles.portexists[i] && m.roles.pin[i] == address && address != 0) return i;
+    return -1;
+}
+
+// Roles left at 0 are unbound and must not claim R0.
+void mark(Machine& m, int address, uint8_t effect) {
+    if (address > 0 && address < m.dataspacesize) m.sideeffects[address] |= effect;
+}
+}  // namespace
+
+void setpinreadhook(PinReadHook hook) { g_pinread = hook; }
+
+void marksideeffects(Machine& m) {
+    m.sideeffects.assign(m.dataspacesize, kEffectNone);
+    for (int i = 0; i < kPortCount; ++i)
+        if (m.roles.portexists[i]) mark(m, m.roles.pin[i], kEffectRead | kEffectWrite);
+    if (sharesucsrc(m)) mark(m, m.roles.ucsrc, kEffectRead | kEffectWrite);
+    if (hasusart(m)) mark(m, m.roles.udr, kEffectRead | kEffectWrite);
+    if (m.kinds.adcconf >= 2) {
+        mark(m, m.roles.adcl, kEffectRead);
+        mark(m, m.roles.adch, kEffectRead);
+    }
+    for (const InterruptEntry& e : m.interrupttable)
+        // An entry without a flag field tests R0, so address 0 is marked here on purpose.
+        if (e.polarity == 1 && e.flagaddress >= 0 && e.flagaddress < m.dataspacesize)
+            m.sideeffects[e.flagaddress] |= kEffectWrite;
+}
+
+uint8_t datamemreadslow(Machine& m, int address) {
+    if (address < 0 || address > m.dataspacesize - 1) return 0;
+    uint8_t value = m.datamem[address];
+    const int port = portindexofpin(m, address);
+    if (port >= 0 && g_pinread) value = g_pinread(m, port);
+    if (sharesucsrc(m) && m.roles.ucsrc > 0 && address == m.roles.ucsrc) {
+        // Two reads one cycle apart give UCSRC; a single read gives the UBRRH shadow.
+        if (m.usart.lastucsrcread != 0 && m.totalcycles == m.usart.lastucsrcread + 1) {
+            m.usart.lastucsrcread = 0;
+        } else {
+            m.usart.lastucsrcread = m.totalcycles;
+            value = static_cast<uint8_t>(m.usart.ubrrhshadow);
+        }
+    }
+    if (hasusart(m) && m.roles.udr > 0 && address == m.roles.udr && m.usart.rxfifo1 >= 0) {
+        value = static_cast<uint8_t>(m.usart.rxfifo1);
+        m.usart.rxfifo1 = m.usart.rxfifo2;
+        m.usart.rxfifo2 = -1;
+    }
+    if (m.kinds.adcconf >= 2) {
+        if (m.roles.adcl > 0 && address == m.roles.adcl) m.adclocked = true;
+        if (m.roles.adch > 0 && address == m.roles.adch) m.adclocked = false;
+    }
+    return value;
+}
+
+void datamemwriteslow(Machine& m, int address, uint8_t value, uint8_t bits) {
+    if (address < 0 || address > m.dataspacesize - 1) return;
+    const uint8_t old = m.datamem[address];
+    m.datamem[address] = m.datamask[address] & value;
+    const int port = portindexofpin(m, address);
+    if (port >= 0) {
+        m.datamem[address] = 0;
+        const int portaddress = m.roles.port[port];
+        if (portaddress > 0 && portaddress < m.dataspacesize)
+            m.datamem[portaddress] ^= static_cast<uint8_t>(value & bits);
+    }
+    for (const InterruptEntry& e : m.interrupttable) {
+        if (e.polarity != 1 || e.flagaddress != address) continue;
+        if (value & e.flagmask)
+            m.datamem[address] &= static_cast<uint8_t>(~e.flagmask);
+        else if (old & e.flagmask)
+            m.datamem[address] |= e.flagmask;
+    }
+    if (sharesucsrc(m) && m.roles.ucsrc > 0 && address == m.roles.ucsrc && !(value & 0x80)) {
+        m.usart.ubrrhshadow = value & 15;
+        m.datamem[address] = old;
+    }
+    if (hasusart(m) && m.roles.udr > 0 && address == m.roles.udr) {
+        if (m.roles.ucsra > 0 && (m.datamem[m.roles.ucsra] & 0x20)) m.usart.txbuffer = value;
+        m.datamem[address] = 0;
+    }
+}
+
+}  // namespace velmora

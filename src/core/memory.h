@@ -1,0 +1,41 @@
+#pragma once
+// The two paths by which a program reaches the data space with side effects.
+// Addresses without side effects take the inline fast path: a plain array access.
+
+#include <cstdint>
+
+#include "core/machine.h"
+
+namespace velmora {
+
+// The port phase that a PINx read runs first; filled in by the pin model.
+// Returns the pin value of port index 0..6 (A..G).
+using PinReadHook = uint8_t (*)(Machine&, int portindex);
+void setpinreadhook(PinReadHook hook);
+
+// Marks every address that needs the slow path, from the bound roles, kinds and interrupt table.
+void marksideeffects(Machine& m);
+
+uint8_t datamemreadslow(Machine& m, int address);
+void datamemwriteslow(Machine& m, int address, uint8_t value, uint8_t bits);
+
+inline bool hasusart(const Machine& m) { return m.kinds.uartconf >= 2; }
+inline bool sharesucsrc(const Machine& m) { return m.kinds.uartconf == 3 || m.kinds.uartconf == 8; }
+
+inline uint8_t datamemread(Machine& m, int address) {
+    if (static_cast<unsigned>(address) < static_cast<unsigned>(m.dataspacesize) &&
+        !(m.sideeffects[address] & kEffectRead))
+        return m.datamem[address];
+    return datamemreadslow(m, address);
+}
+
+inline void datamemwrite(Machine& m, int address, uint8_t value, uint8_t bits = 255) {
+    if (static_cast<unsigned>(address) < static_cast<unsigned>(m.dataspacesize) &&
+        !(m.sideeffects[address] & kEffectWrite)) {
+        m.datamem[address] = m.datamask[address] & value;
+        return;
+    }
+    datamemwriteslow(m, address, value, bits);
+}
+
+}  // namespace velmora

@@ -1,0 +1,233 @@
+#include "core/runcontrol.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "core/decode.h"
+#include "core/interpreter.h"
+#include "core/interrupts.h"
+#include "core/timetext.h"
+
+namespace velmora {
+
+const char* const kRateCaptions[7] = {"",         "&1 Step By Step",     "&2 Slow",    "&3 Normal",
+                                      "&4 Fast", "&5 Extremely Fast", "&6 Ultimate"};
+
+namespace {
+// At the two fastest rates the loop yields on wall time, not per step.
+constexpr double kYieldBudgetSeconds = 0.015;
+constexpr int kStepsBetweenClockReads = 4096;
+}  // namespace
+
+RunControl::RunControl(Machine& machine, Messenger& messenger, Clock& clock, SettingsAccess& settings)
+    : m_(machine), messenger_(messenger), clock_(clock), settings_(settings) {
+    m_.events = this;
+    const int stored = settings_.getsettingdword("Simulation Rate", 4);
+    rate_ = (stored >= 1 && stored <= 6) ? stored : 4;
+}
+
+RunControl::~RunControl() {
+    if (m_.events == this) m_.events = nullptr;
+}
+
+int RunControl::addhook(HookSlot slot, int order, StepHook hook) {
+    const int id = nexthookid_++;
+    hooks_.push_back(Hook{id, slot, order, std::move(hook)});
+    std::stable_sort(hooks_.begin(), hooks_.end(), [](const Hook& a, const Hook& b) {
+        if (a.slot != b.slot) return static_cast<int>(a.slot) < static_cast<int>(b.slot);
+        return a.order < b.order;
+    });
+    return id;
+}
+
+void RunControl::removehook(int id) {
+    hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), [id](const Hook& h) { return h.id == id; }),
+                 hooks_.end());
+}
+
+void RunControl::fault(const std::string& text) {
+    messenger_.show(text, MessageKind::Critical);
+    menuspeed(kRateStep);
+}
+
+void RunControl::simulatestep() {
+    Machine& m = m_;
+    m.instructioncycles = 0;
+    if (phases.externalinterrupts) phases.externalinterrupts(m);
+    const int pending = m.interrupttable.empty() ? 0 : pendinginterrupt(m);
+    if (pending != 0 && !m.afterreti) {
+        enterinterrupt(m, pending);
+    } else {
+        m.afterreti = false;
+        ++m.totalinstructions;
+        ++m.instructioncounter;
+        addcycles(m, 1);
+        executeinstruction(m);
+    }
+    if (phases.adcstep) phases.adcstep(m);
+    if (phases.comparatorstep) phases.comparatorstep(m);
+    if (phases.uartstep) phases.uartstep(m);
+    if (phases.eepromstep) phases.eepromstep(m);
+    if (phases.portstep) phases.portstep(m);
+    // The next instruction's text is rendered lazily from pc by whoever shows it.
+    if (ekran) {
+        if (rate_ < kRateUltimate) {
+            ekran();
+        } else if (ultimaterefresh_) {
+            ultimaterefresh_ = false;
+            ekran();
+        }
+    }
+    afterstephooks();
+}
+
+void RunControl::afterstephooks() {
+    bool breakchecked = false;
+    for (size_t i = 0; i < hooks_.size(); ++i) {
+        if (!breakchecked && hooks_[i].slot > HookSlot::Breakpoints) {
+            breakchecked = true;
+            if (m_.laststep == Machine::LastStep::Instruction && static_cast<Op>(m_.lastid) == Op::Break)
+                menuspeed(kRateStep);
+        }
+        hooks_[i].call(*this);
+    }
+    if (!breakchecked && m_.laststep == Machine::LastStep::Instruction && static_cast<Op>(m_.lastid) == Op::Break)
+        menuspeed(kRateStep);
+}
+
+void RunControl::yieldtimes(int n) {
+    for (int i = 0; i < n; ++i) clock_.yield();
+}
+
+void RunControl::runloop() {
+    inloop_ = true;
+    loopsteps_ = 0;
+    double lastyield = clock_.now();
+    do {
+        if (rate_ >= 5) {
+            // Fast rates: many steps between looks at the clock; input still acts only between steps.
+            for (int i = 0; i < kStepsBetweenClockReads && rate_ >= 5 && !m_.stoprequest; ++i) {
+                simulatestep();
+                ++loopsteps_;
+            }
+            const double now = clock_.now();
+            if (now - lastyield >= kYieldBudgetSeconds || now < lastyield) {
+                clock_.yield();
+                lastyield = clock_.now();
+            }
+            continue;
+        }
+        simulatestep();
+        ++loopsteps_;
+        yieldtimes(5);
+        if (rate_ >= 2 && rate_ <= 4) {
+            for (int i = 0; i < kRateNaps[rate_] && rate_ != kRateStep && !m_.stoprequest; ++i) {
+                clock_.nap();
+                clock_.yield();
+            }
+        }
+        yieldtimes(5);
+    } while (rate_ != kRateStep && !m_.stoprequest);
+    inloop_ = false;
+    if (ekran) ekran();
+    if (m_.stoprequest) menustop();
+}
+
+void RunControl::setenabled(bool start, bool stop, bool step) {
+    startenabled_ = start;
+    stopenabled_ = stop;
+    stepenabled_ = step;
+    if (commandschanged) commandschanged();
+}
+
+void RunControl::menuspeed(int rate) {
+    if (rate < 1 || rate > 6) return;
+    const int previous = rate_;
+    rate_ = rate;
+    settings_.putsettingdword("Simulation Rate", rate);
+    if (!m_.simulationrunning) {
+        if (commandschanged) commandschanged();
+        return;
+    }
+    if (rate == kRateUltimate) {
+        if (setultimatetimer) setultimatetimer(settings_.getsettingdword("Ultimate Timer", 500));
+        ultimaterefresh_ = false;
+    }
+    if (rate == kRateStep) {
+        setenabled(startenabled_, stopenabled_, true);
+        return;
+    }
+    if (previous == kRateStep && stepenabled_ && !inloop_) {
+        setenabled(startenabled_, stopenabled_, false);
+        runloop();
+        return;
+    }
+    if (commandschanged) commandschanged();
+}
+
+void RunControl::menustart() {
+    if (m_.kinds.simconf == 2) {
+        messenger_.show("Simulation module not available for the selected microcontroller model.",
+                        MessageKind::Exclamation);
+        return;
+    }
+    m_.simulationrunning = true;
+    clean(m_);
+    setenabled(false, true, false);
+    clock_.yield();
+    starttime_ = clock_.now() - 0.01;
+    m_.stoprequest = false;
+    m_.stopreason = Machine::StopReason::None;
+    runtostatementrequest = false;
+    addcycles(m_, 1);
+    if (ekran) ekran();
+    if (objectinit) objectinit();
+    if (rate_ == kRateStep) {
+        setenabled(false, true, true);
+        return;
+    }
+    if (rate_ == kRateUltimate) {
+        if (setultimatetimer) setultimatetimer(settings_.getsettingdword("Ultimate Timer", 500));
+        ultimaterefresh_ = false;
+    }
+    runloop();
+}
+
+void RunControl::menustep() {
+    if (!m_.simulationrunning || rate_ != kRateStep || inloop_) return;
+    runloop();
+}
+
+std::string RunControl::summarytext(uint64_t instructions, const std::string& elapsed, uint64_t cycles, float mhz) {
+    return "Total number of executed instructions is " + std::to_string(instructions) + ".\n" + elapsed +
+           " seconds elapsed.\nReal-time duration of the simulation is " + std::to_string(cycles) +
+           " clock cycles or " + timetext(cycles, mhz) + " at " + frequencytext(mhz) + " MHz.";
+}
+
+void RunControl::menustop() {
+    if (!m_.stoprequest && rate_ != kRateStep && inloop_) {
+        m_.stoprequest = true;
+        m_.stopreason = Machine::StopReason::User;
+        clock_.yield();
+        return;
+    }
+    if (!m_.simulationrunning) return;
+    m_.simulationrunning = false;
+    const std::string elapsed = elapsedtext(starttime_, clock_.now());
+    setenabled(true, false, false);
+    summary_ = summarytext(m_.totalinstructions, elapsed, m_.totalcycles, m_.clockfrequency);
+    messenger_.show(summary_, MessageKind::Information);
+    settings_.putsetting("Simulation Duration -2", settings_.getsetting("Simulation Duration -1", "0"));
+    settings_.putsetting("Simulation Duration -1", settings_.getsetting("Simulation Duration 0", "0"));
+    char value[40];
+    std::snprintf(value, sizeof value, "%.15g", timevalue(m_.totalcycles, m_.clockfrequency));
+    settings_.putsetting("Simulation Duration 0", value);
+}
+
+void RunControl::menuresetstatistics() {
+    m_.instructioncounter = 0;
+    m_.clockcyclecounter = 0;
+    if (ekran) ekran();
+}
+
+}  // namespace velmora
