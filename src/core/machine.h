@@ -113,6 +113,9 @@ struct Machine {
     std::vector<uint8_t> eeprommem; // eepromsize
     std::vector<uint8_t> sideeffects; // dataspacesize, SideEffect bits
 
+    // Highest program byte address written by a load, plus one; 0 when nothing is loaded.
+    int programbytes = 0;
+
     // --- model tables ---
     std::string modelname;
     PeripheralKinds kinds;
