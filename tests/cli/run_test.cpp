@@ -1,0 +1,99 @@
+// velmora-cli run: exit codes by stop reason, the dump, and clear errors for bad input.
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+
+namespace velmora {
+namespace {
+
+struct Result {
+    int code;
+    std::string out, err;
+};
+
+Result run(std::vector<std::string> args) {
+    std::ostringstream out, err;
+    const int code = clicommand(args, out, err);
+    return {code, out.str(), err.str()};
+}
+
+std::string writeprogram(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + name;
+    std::ofstream(path) << text;
+    return path;
+}
+
+TEST(CliRun, ExampleRunsToSleepAndDumpsRegisters) {
+    const Result r = run({"run", "--dump", std::string(VELMORA_SOURCE_DATA_DIR) + "/examples/countdown.words"});
+    EXPECT_EQ(r.code, kExitSleep);
+    // 10 + 9 + ... + 1 = 55 = $37.
+    EXPECT_NE(r.out.find("R17 = $37"), std::string::npos) << r.out;
+    EXPECT_NE(r.err.find("Total number of executed instructions is 33."), std::string::npos) << r.err;
+    EXPECT_NE(r.err.find("43 clock cycles"), std::string::npos);
+}
+
+TEST(CliRun, ExitCodesTellWhyTheRunEnded) {
+    struct {
+        const char* program;
+        std::vector<std::string> options;
+        int code;
+    } cases[] = {
+        {"0001\n", {}, kExitUnrecognized},
+        {"FFFF\n", {}, kExitUnrecognized},
+        {"CFFF\n", {"--infinite-loop-stop"}, kExitInfiniteLoop},
+        {"CFFF\n", {"--max-cycles", "1000"}, kExitLimit},
+        {"0000 0000 CFFD\n", {"--max-instructions", "10"}, kExitLimit},
+        {"0000 0000 0000 9588\n", {"--break", "2"}, kExitBreakpoint},
+        {"9598 9588\n", {}, kExitStepByStep},
+    };
+    int i = 0;
+    for (const auto& c : cases) {
+        std::vector<std::string> args = {"run"};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        args.push_back(writeprogram("cli_case" + std::to_string(i++) + ".words", c.program));
+        EXPECT_EQ(run(args).code, c.code) << c.program;
+    }
+}
+
+TEST(CliRun, RunningOffTheEndOfMemoryIsReported) {
+    // A bare machine of 16 Ki words filled with NOPs (0000) after an erased fill would be
+    // UNRECOGNIZED; so fill the whole memory with NOPs.
+    std::string program;
+    for (int i = 0; i < 16384; ++i) program += "0000\n";
+    EXPECT_EQ(run({"run", writeprogram("cli_nops.words", program)}).code, kExitEndOfMemory);
+}
+
+TEST(CliRun, BadInputGivesAClearErrorNotACrash) {
+    EXPECT_EQ(run({"run", "/nonexistent/file.words"}).code, kExitInputError);
+    const Result garbage = run({"run", writeprogram("cli_garbage.words", "12345 zz\n")});
+    EXPECT_EQ(garbage.code, kExitInputError);
+    EXPECT_NE(garbage.err.find("line 1"), std::string::npos);
+    EXPECT_EQ(run({"run", "--clock", "fast", writeprogram("cli_ok.words", "9588\n")}).code, kExitUsage);
+    EXPECT_EQ(run({"run", "--max-cycles", "-5", writeprogram("cli_ok2.words", "9588\n")}).code, kExitUsage);
+    EXPECT_EQ(run({"run", "--bogus"}).code, kExitUsage);
+    EXPECT_EQ(run({"run"}).code, kExitUsage);
+    EXPECT_EQ(run({}).code, kExitUsage);
+    EXPECT_EQ(run({"frobnicate"}).code, kExitUsage);
+}
+
+TEST(CliRun, ClockChangesTheTimeText) {
+    const Result r = run({"run", "--clock", "8", writeprogram("cli_clock.words", "0000 9588\n")});
+    EXPECT_NE(r.err.find("3 clock cycles or 0.38 \xC2\xB5s at 8 MHz."), std::string::npos) << r.err;
+}
+
+TEST(WordFile, CommentsAndSeparators) {
+    std::string error;
+    const auto words = parsewordfile("; header\nE00A E010 ; two\n\n9588\n", error);
+    ASSERT_TRUE(words);
+    EXPECT_EQ(*words, (std::vector<uint16_t>{0xE00A, 0xE010, 0x9588}));
+    EXPECT_FALSE(parsewordfile("10000\n", error));
+}
+
+}  // namespace
+}  // namespace velmora
