@@ -42,10 +42,14 @@ const char* mnemonic(Op id);
 // The literal chain walk, top to bottom.
 Op chainmatch(uint16_t op);
 
-// The chain's answer for every word, built once on first use.
+// The chain's answer for every word, built once at program start.
 const std::array<Op, 65536>& decodetable();
 
-inline Op decode(uint16_t op) { return decodetable()[op]; }
+namespace detail {
+extern const std::array<Op, 65536>& g_decodetable;
+}
+
+inline Op decode(uint16_t op) { return detail::g_decodetable[op]; }
 
 // CALL, JMP, LDS and STS by their own tests: the words that carry a second word.
 bool istwoword(uint16_t op);

@@ -17,6 +17,7 @@ namespace {
 // At the two fastest rates the loop yields on wall time, not per step.
 constexpr double kYieldBudgetSeconds = 0.015;
 constexpr int kStepsBetweenClockReads = 4096;
+constexpr uint16_t kBreakWord = 0x9598;
 }  // namespace
 
 RunControl::RunControl(Machine& machine, Messenger& messenger, Clock& clock, SettingsAccess& settings)
@@ -78,21 +79,20 @@ void RunControl::simulatestep() {
             ekran();
         }
     }
-    afterstephooks();
+    const bool isbreak = m.laststep == Machine::LastStep::Instruction && m.lastop == kBreakWord;
+    if (isbreak || !hooks_.empty()) afterstephooks(isbreak);
 }
 
-void RunControl::afterstephooks() {
+void RunControl::afterstephooks(bool isbreak) {
     bool breakchecked = false;
     for (size_t i = 0; i < hooks_.size(); ++i) {
         if (!breakchecked && hooks_[i].slot > HookSlot::Breakpoints) {
             breakchecked = true;
-            if (m_.laststep == Machine::LastStep::Instruction && static_cast<Op>(m_.lastid) == Op::Break)
-                menuspeed(kRateStep);
+            if (isbreak) menuspeed(kRateStep);
         }
         hooks_[i].call(*this);
     }
-    if (!breakchecked && m_.laststep == Machine::LastStep::Instruction && static_cast<Op>(m_.lastid) == Op::Break)
-        menuspeed(kRateStep);
+    if (!breakchecked && isbreak) menuspeed(kRateStep);
 }
 
 void RunControl::yieldtimes(int n) {

@@ -96,7 +96,8 @@ private:
         StepHook call;
     };
     void setenabled(bool start, bool stop, bool step);
-    void afterstephooks();
+    // Breakpoint-type work after a step; the common case (no hooks, no BREAK) is tested inline.
+    void afterstephooks(bool isbreak);
     void yieldtimes(int n);
 
     Machine& m_;
