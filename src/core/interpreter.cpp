@@ -8,140 +8,65 @@ namespace velmora {
 
 namespace {
 
-inline int sgn8(int v) { return v >= 128 ? v - 256 : v; }
+// One small handler per line of the chain, dispatched through a table indexed by the
+// decoded id. Each handler reads only the fields it needs.
+using Handler = void (*)(Machine&, uint16_t op);
+
 inline int sgn16(int v) { return v >= 32768 ? v - 65536 : v; }
+inline int d5of(uint16_t op) { return (op >> 4) & 31; }
+inline int r5of(uint16_t op) { return (op & 15) | ((op >> 5) & 16); }
+inline int d4of(uint16_t op) { return 16 + ((op >> 4) & 15); }
+inline int k8of(uint16_t op) { return ((op >> 4) & 0xF0) | (op & 15); }
+inline int io6of(uint16_t op) { return (((op >> 5) & 0x30) | (op & 15)) + 32; }
+inline int io5of(uint16_t op) { return ((op >> 3) & 31) + 32; }
 
-// SREG is written straight into the data space, past the write mask.
-struct Flags {
-    uint8_t& sreg;
-    explicit Flags(Machine& m) : sreg(m.datamem[kSregAddress]) {}
-    void put(uint8_t mask, bool on) { sreg = on ? (sreg | mask) : (sreg & ~mask); }
-    bool get(uint8_t mask) const { return sreg & mask; }
-    void zn(int result) {
-        put(kFlagZ, (result & 0xFF) == 0);
-        put(kFlagN, result & 0x80);
-    }
-    void s() { put(kFlagS, get(kFlagN) != get(kFlagV)); }
-};
+inline uint8_t& sreg(Machine& m) { return m.datamem[kSregAddress]; }
+inline int carry(const Machine& m) { return m.datamem[kSregAddress] & kFlagC; }
+// Replaces the SREG bits of `mask` by `bits`.
+inline void setflags(Machine& m, uint8_t mask, unsigned bits) {
+    sreg(m) = static_cast<uint8_t>((sreg(m) & ~mask) | (bits & mask));
+}
+inline unsigned nzbits(int result) { return ((result & 0xFF) == 0 ? kFlagZ : 0) | ((result & 0x80) ? kFlagN : 0); }
+// S = N xor V, from bits already in place.
+inline unsigned withsign(unsigned bits) { return bits | ((((bits >> 2) ^ (bits >> 3)) & 1) << 4); }
 
-void flagsadd(Machine& m, int d, int r, int c, int result) {
-    Flags f(m);
-    f.zn(result);
-    f.put(kFlagC, d + r + c >= 256);
-    f.put(kFlagH, (d & 15) + (r & 15) + c >= 16);
-    const int sv = sgn8(d) + sgn8(r) + c;
-    f.put(kFlagV, sv < -128 || sv > 127);
-    f.s();
+// d + r + c: the classic carry, half-carry and two's-complement overflow rules.
+inline void flagsadd(Machine& m, int d, int r, int c, int res) {
+    unsigned bits = nzbits(res);
+    if (res & 0x100) bits |= kFlagC;
+    if (((d & 15) + (r & 15) + c) & 0x10) bits |= kFlagH;
+    if ((d ^ res) & (r ^ res) & 0x80) bits |= kFlagV;
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
 }
 
-// Subtraction flags; `sticky` keeps Z set only when it was set (SBC, SBCI, CPC).
-void flagssub(Machine& m, int d, int r, int c, int result, bool sticky) {
-    Flags f(m);
-    if (sticky) {
-        if (result & 0xFF) f.put(kFlagZ, false);
-    } else {
-        f.put(kFlagZ, (result & 0xFF) == 0);
-    }
-    f.put(kFlagN, result & 0x80);
-    f.put(kFlagC, r + c > d);
-    f.put(kFlagH, (r & 15) + c > (d & 15));
-    const int sv = sgn8(d) - (sgn8(r) + c);
-    f.put(kFlagV, sv < -128 || sv > 127);
-    f.s();
+// d - r - c; `sticky` keeps Z only when it was set (SBC, SBCI, CPC).
+inline void flagssub(Machine& m, int d, int r, int c, int res, bool sticky) {
+    unsigned bits = res & 0x80 ? kFlagN : 0;
+    if ((res & 0xFF) == 0) bits |= sticky ? (sreg(m) & kFlagZ) : kFlagZ;
+    if (r + c > d) bits |= kFlagC;
+    if ((r & 15) + c > (d & 15)) bits |= kFlagH;
+    if ((d ^ r) & (d ^ res) & 0x80) bits |= kFlagV;
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
 }
 
-void flagslogic(Machine& m, int result) {
-    Flags f(m);
-    f.zn(result);
-    f.put(kFlagV, false);
-    f.s();
+inline void flagslogic(Machine& m, int res) { setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res))); }
+
+// Shifts and rotates: C from the shifted-out bit, V = N xor C.
+inline void flagsshift(Machine& m, int res, bool c, unsigned extra = 0, uint8_t extramask = 0) {
+    unsigned bits = nzbits(res) | (c ? kFlagC : 0) | extra;
+    if (((bits >> 2) ^ bits) & 1) bits |= kFlagV;
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | extramask, withsign(bits));
 }
 
-// Shifts: C already set by the caller; V = N xor C.
-void flagsshift(Machine& m, int result) {
-    Flags f(m);
-    f.zn(result);
-    f.put(kFlagV, f.get(kFlagN) != f.get(kFlagC));
-    f.s();
-}
-
-void flagsmul(Machine& m, int product) {
-    Flags f(m);
-    f.put(kFlagZ, (product & 0xFFFF) == 0);
-    f.put(kFlagC, product & 0x8000);
-}
-
-void storeproduct(Machine& m, int product) {
-    m.datamem[0] = static_cast<uint8_t>(product & 0xFF);
-    m.datamem[1] = static_cast<uint8_t>((product >> 8) & 0xFF);
-}
-
-// Fractional multiply: C from bit 15 of the product, R1:R0 the product shifted left once.
-void fmul(Machine& m, int product) {
-    if (product < 0) product += 65536;
-    const int shifted = (product * 2) & 0xFFFF;
-    Flags f(m);
-    f.put(kFlagC, product & 0x8000);
-    f.put(kFlagZ, shifted == 0);
-    storeproduct(m, shifted);
-}
-
-int word(const Machine& m, int low) { return m.datamem[low] | (m.datamem[low + 1] << 8); }
+inline int word(const Machine& m, int low) { return m.datamem[low] | (m.datamem[low + 1] << 8); }
 
 // Pointer registers: with an eight-bit data space only the low register counts.
-int pointer(const Machine& m, int low) { return m.eightbitpointers ? m.datamem[low] : word(m, low); }
-
-void setpointer(Machine& m, int low, int value) {
-    if (m.eightbitpointers) {
-        m.datamem[low] = static_cast<uint8_t>(value & 0xFF);
-    } else {
-        m.datamem[low] = static_cast<uint8_t>(value & 0xFF);
-        m.datamem[low + 1] = static_cast<uint8_t>((value >> 8) & 0xFF);
-    }
+inline int pointer(const Machine& m, int low) { return m.eightbitpointers ? m.datamem[low] : word(m, low); }
+inline void setpointer(Machine& m, int low, int value) {
+    m.datamem[low] = static_cast<uint8_t>(value & 0xFF);
+    if (!m.eightbitpointers) m.datamem[low + 1] = static_cast<uint8_t>((value >> 8) & 0xFF);
 }
-
-int pointerwrap(const Machine& m) { return m.eightbitpointers ? 256 : 65536; }
-
-enum class Mode { Plain, PostIncrement, PreDecrement };
-
-void load(Machine& m, int d, int low, Mode mode) {
-    if (mode == Mode::PreDecrement) setpointer(m, low, (pointer(m, low) - 1 + pointerwrap(m)) % pointerwrap(m));
-    m.datamem[d] = datamemread(m, pointer(m, low));
-    // The pointer is read again after the destination was written (LD R26,X+).
-    if (mode == Mode::PostIncrement) setpointer(m, low, (pointer(m, low) + 1) % pointerwrap(m));
-    addcycles(m, 1);
-}
-
-void store(Machine& m, int r, int low, Mode mode) {
-    if (mode == Mode::PreDecrement) setpointer(m, low, (pointer(m, low) - 1 + pointerwrap(m)) % pointerwrap(m));
-    datamemwrite(m, pointer(m, low), m.datamem[r], 255);
-    if (mode == Mode::PostIncrement) setpointer(m, low, (pointer(m, low) + 1) % pointerwrap(m));
-    addcycles(m, 1);
-}
-
-void loadprogram(Machine& m, int d, bool increment) {
-    const int z = word(m, kZL);
-    if (z <= m.flashsize - 1) m.datamem[d] = m.progmem[z];
-    if (increment) {
-        const int next = (z + 1) & 0xFFFF;
-        m.datamem[kZL] = static_cast<uint8_t>(next & 0xFF);
-        m.datamem[kZH] = static_cast<uint8_t>(next >> 8);
-    }
-    addcycles(m, 2);
-}
-
-// A taken skip passes over one word, or two when that word starts a two-word instruction.
-void skipif(Machine& m, bool condition) {
-    if (!condition) return;
-    const uint16_t next = progword(m, m.pc);
-    const int words = istwoword(next) ? 2 : 1;
-    for (int i = 0; i < words; ++i) {
-        pcstep(m);
-        addcycles(m, 1);
-    }
-}
-
-void callextra(Machine& m, uint32_t cycles) { addcycles(m, m.threebytepc ? cycles + 1 : cycles); }
+inline int pointerwrap(const Machine& m) { return m.eightbitpointers ? 0xFF : 0xFFFF; }
 
 void checkinfiniteloop(Machine& m, int32_t oldpc) {
     if (m.infiniteloopstop && m.pc == oldpc) {
@@ -157,403 +82,542 @@ int32_t absolutetarget(const Machine& m, uint16_t op, uint16_t op2) {
 }
 
 int32_t zmodflash(const Machine& m) { return m.flashwords > 0 ? word(m, kZL) % m.flashwords : 0; }
+inline void callcycles(Machine& m, uint32_t extra) { addcycles(m, m.threebytepc ? extra + 1 : extra); }
+
+// A taken skip passes over one word, or two when that word starts a two-word instruction.
+void skipif(Machine& m, bool condition) {
+    if (!condition) return;
+    const int words = istwoword(progword(m, m.pc)) ? 2 : 1;
+    for (int i = 0; i < words; ++i) {
+        pcstep(m);
+        addcycles(m, 1);
+    }
+}
+
+// ---- handlers ----
+
+void hUnrecognized(Machine& m, uint16_t) {
+    m.laststep = Machine::LastStep::Unrecognized;
+    m.stoprequest = true;
+    m.stopreason = Machine::StopReason::Unrecognized;
+}
+
+template <bool kCarry>
+void hAdd(Machine& m, uint16_t op) {
+    const int dr = d5of(op), d = m.datamem[dr], r = m.datamem[r5of(op)], c = kCarry ? carry(m) : 0;
+    const int res = d + r + c;
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagsadd(m, d, r, c, res);
+    pcstep(m);
+}
+
+template <bool kCarry>
+void hShiftLeft(Machine& m, uint16_t op) {  // LSL, ROL: the ADD/ADC words with equal registers
+    const int dr = d5of(op), d = m.datamem[dr];
+    const int res = ((d & 127) << 1) | (kCarry ? carry(m) : 0);
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagsshift(m, res, d & 0x80, (d & 0x08) ? kFlagH : 0, kFlagH);
+    pcstep(m);
+}
+
+template <bool kAdd>
+void hWord(Machine& m, uint16_t op) {  // ADIW, SBIW
+    const int low = 24 + ((op >> 4) & 3) * 2;
+    const int k = ((op >> 2) & 0x30) | (op & 15);
+    const int w = word(m, low);
+    const int res = (kAdd ? w + k : w - k) & 0xFFFF;
+    const int sv = kAdd ? sgn16(w) + k : sgn16(w) - k;
+    unsigned bits = (res == 0 ? kFlagZ : 0) | ((res & 0x8000) ? kFlagN : 0);
+    if (kAdd ? (w + k >= 65536) : (k > w)) bits |= kFlagC;
+    if (sv < -32768 || sv > 32767) bits |= kFlagV;
+    m.datamem[low] = static_cast<uint8_t>(res & 0xFF);
+    m.datamem[low + 1] = static_cast<uint8_t>(res >> 8);
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(bits));
+    addcycles(m, 1);
+    pcstep(m);
+}
+
+enum class Logic { And, Or, Eor };
+template <Logic kOp>
+inline int logic(int a, int b) {
+    return kOp == Logic::And ? (a & b) : kOp == Logic::Or ? (a | b) : (a ^ b);
+}
+
+template <Logic kOp>
+void hLogic(Machine& m, uint16_t op) {  // AND, TST, OR, EOR, CLR
+    const int dr = d5of(op);
+    const int res = logic<kOp>(m.datamem[dr], m.datamem[r5of(op)]);
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagslogic(m, res);
+    pcstep(m);
+}
+
+template <Logic kOp>
+void hLogicImmediate(Machine& m, uint16_t op) {  // ANDI, ORI
+    const int dr = d4of(op);
+    const int res = logic<kOp>(m.datamem[dr], k8of(op));
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagslogic(m, res);
+    pcstep(m);
+}
+
+void hCom(Machine& m, uint16_t op) {
+    const int dr = d5of(op), res = 255 - m.datamem[dr];
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | kFlagC));
+    pcstep(m);
+}
+
+void hNeg(Machine& m, uint16_t op) {
+    const int dr = d5of(op), d = m.datamem[dr], res = (0 - d) & 0xFF;
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagssub(m, 0, d, 0, res, false);
+    pcstep(m);
+}
+
+// SUB, SBC, CP, CPC on registers; SUBI, SBCI, CPI on an immediate.
+template <bool kImmediate, bool kCarry, bool kStore>
+void hSubtract(Machine& m, uint16_t op) {
+    const int dr = kImmediate ? d4of(op) : d5of(op);
+    const int d = m.datamem[dr], r = kImmediate ? k8of(op) : m.datamem[r5of(op)];
+    const int c = kCarry ? carry(m) : 0;
+    const int res = (d - r - c) & 0xFF;
+    if (kStore) m.datamem[dr] = static_cast<uint8_t>(res);
+    flagssub(m, d, r, c, res, kCarry);
+    pcstep(m);
+}
+
+template <int kDelta>
+void hIncDec(Machine& m, uint16_t op) {  // INC, DEC: C and H untouched
+    const int dr = d5of(op), d = m.datamem[dr], res = (d + kDelta) & 0xFF;
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    const bool v = kDelta > 0 ? d == 0x7F : d == 0x80;
+    setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | (v ? kFlagV : 0)));
+    pcstep(m);
+}
+
+enum class Shift { Asr, Lsr, Ror };
+template <Shift kKind>
+void hShiftRight(Machine& m, uint16_t op) {
+    const int dr = d5of(op), d = m.datamem[dr];
+    int res = d >> 1;
+    if (kKind == Shift::Asr) res |= d & 0x80;
+    if (kKind == Shift::Ror) res |= carry(m) << 7;
+    m.datamem[dr] = static_cast<uint8_t>(res);
+    flagsshift(m, res, d & 1);
+    pcstep(m);
+}
+
+void hSwap(Machine& m, uint16_t op) {
+    uint8_t& r = m.datamem[d5of(op)];
+    r = static_cast<uint8_t>((r << 4) | (r >> 4));
+    pcstep(m);
+}
+
+template <bool kSet>
+void hSregBit(Machine& m, uint16_t op) {  // BSET, BCLR
+    const uint8_t mask = static_cast<uint8_t>(1 << ((op >> 4) & 7));
+    setflags(m, mask, kSet ? mask : 0);
+    pcstep(m);
+}
+
+void hBst(Machine& m, uint16_t op) {
+    setflags(m, kFlagT, ((m.datamem[d5of(op)] >> (op & 7)) & 1) ? kFlagT : 0);
+    pcstep(m);
+}
+
+void hBld(Machine& m, uint16_t op) {
+    uint8_t& r = m.datamem[d5of(op)];
+    const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
+    r = (sreg(m) & kFlagT) ? (r | mask) : (r & ~mask);
+    pcstep(m);
+}
+
+void hMov(Machine& m, uint16_t op) {
+    m.datamem[d5of(op)] = m.datamem[r5of(op)];
+    pcstep(m);
+}
+
+void hLdi(Machine& m, uint16_t op) {
+    m.datamem[d4of(op)] = static_cast<uint8_t>(k8of(op));
+    pcstep(m);
+}
+
+void hMovw(Machine& m, uint16_t op) {
+    const int dd = ((op >> 4) & 15) * 2, rr = (op & 15) * 2;
+    m.datamem[dd] = m.datamem[rr];
+    m.datamem[dd + 1] = m.datamem[rr + 1];
+    pcstep(m);
+}
+
+void hIn(Machine& m, uint16_t op) {
+    pcstep(m);
+    m.datamem[d5of(op)] = datamemread(m, io6of(op));
+}
+
+void hOut(Machine& m, uint16_t op) {
+    pcstep(m);
+    datamemwrite(m, io6of(op), m.datamem[d5of(op)], 255);
+}
+
+template <bool kSet>
+void hIoBit(Machine& m, uint16_t op) {  // SBI, CBI: read, change one bit, write with that bit as mask
+    pcstep(m);
+    const int address = io5of(op);
+    const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
+    uint8_t value = datamemread(m, address);
+    value = kSet ? (value | mask) : (value & ~mask);
+    datamemwrite(m, address, value, mask);
+    addcycles(m, 1);
+}
+
+void storeproduct(Machine& m, int product) {
+    if (product < 0) product += 65536;
+    m.datamem[0] = static_cast<uint8_t>(product & 0xFF);
+    m.datamem[1] = static_cast<uint8_t>((product >> 8) & 0xFF);
+    setflags(m, kFlagZ | kFlagC, ((product & 0xFFFF) == 0 ? kFlagZ : 0) | ((product & 0x8000) ? kFlagC : 0));
+}
+
+inline int s8(int v) { return static_cast<int8_t>(v); }
+enum class Sign { UU, SS, SU };
+template <Sign kSign>
+inline int product(int a, int b) {
+    return kSign == Sign::UU ? a * b : kSign == Sign::SS ? s8(a) * s8(b) : s8(a) * b;
+}
+
+void hMul(Machine& m, uint16_t op) {
+    pcstep(m);
+    storeproduct(m, m.datamem[d5of(op)] * m.datamem[r5of(op)]);
+    addcycles(m, 1);
+}
+
+void hMuls(Machine& m, uint16_t op) {
+    pcstep(m);
+    storeproduct(m, product<Sign::SS>(m.datamem[d4of(op)], m.datamem[16 + (op & 15)]));
+    addcycles(m, 1);
+}
+
+void hMulsu(Machine& m, uint16_t op) {
+    pcstep(m);
+    storeproduct(m, product<Sign::SU>(m.datamem[16 + ((op >> 4) & 7)], m.datamem[16 + (op & 7)]));
+    addcycles(m, 1);
+}
+
+// Fractional multiply: C from bit 15 of the product, R1:R0 the product shifted left once.
+template <Sign kSign>
+void hFmul(Machine& m, uint16_t op) {
+    pcstep(m);
+    int p = product<kSign>(m.datamem[16 + ((op >> 4) & 7)], m.datamem[16 + (op & 7)]);
+    if (p < 0) p += 65536;
+    const int shifted = (p << 1) & 0xFFFF;
+    m.datamem[0] = static_cast<uint8_t>(shifted & 0xFF);
+    m.datamem[1] = static_cast<uint8_t>(shifted >> 8);
+    setflags(m, kFlagZ | kFlagC, (shifted == 0 ? kFlagZ : 0) | ((p & 0x8000) ? kFlagC : 0));
+    addcycles(m, 1);
+}
+
+void hNop(Machine& m, uint16_t) { pcstep(m); }
+
+void hSleep(Machine& m, uint16_t) {
+    pcstep(m);
+    m.stoprequest = true;
+    m.stopreason = Machine::StopReason::Sleep;
+}
+
+void hWdr(Machine& m, uint16_t) {
+    pcstep(m);
+    m.watchdogcounter = 0;
+}
+
+void hSpm(Machine&, uint16_t) {}  // pc stays: the same SPM runs again on every step
+
+template <bool kSet>
+void hBranch(Machine& m, uint16_t op) {
+    pcstep(m);
+    if (((sreg(m) >> (op & 7)) & 1) == (kSet ? 1 : 0)) {
+        m.pc += static_cast<int8_t>(static_cast<uint8_t>((op >> 2) & 0xFE)) >> 1;
+        pcnormalize(m);
+        addcycles(m, 1);
+    }
+}
+
+inline int relative12(uint16_t op) { return static_cast<int16_t>(static_cast<uint16_t>(op << 4)) >> 4; }
+
+void hRjmp(Machine& m, uint16_t op) {
+    const int32_t old = m.pc;
+    pcstep(m);
+    m.pc += relative12(op);
+    pcnormalize(m);
+    addcycles(m, 1);
+    checkinfiniteloop(m, old);
+}
+
+void hRcall(Machine& m, uint16_t op) {
+    pcstep(m);
+    pushreturnaddress(m, m.pc);
+    m.pc += relative12(op);
+    pcnormalize(m);
+    callcycles(m, 2);
+}
+
+void hJmp(Machine& m, uint16_t op) {
+    const int32_t old = m.pc;
+    m.pc = absolutetarget(m, op, progword(m, m.pc + 1));
+    addcycles(m, 2);
+    checkinfiniteloop(m, old);
+}
+
+void hCall(Machine& m, uint16_t op) {
+    const uint16_t op2 = progword(m, m.pc + 1);
+    pcstep(m);
+    pcstep(m);
+    pushreturnaddress(m, m.pc);
+    m.pc = absolutetarget(m, op, op2);
+    callcycles(m, 3);
+}
+
+void hIjmp(Machine& m, uint16_t) {  // IJMP, EIJMP: EIND is never consulted
+    const int32_t old = m.pc;
+    m.pc = zmodflash(m);
+    addcycles(m, 1);
+    checkinfiniteloop(m, old);
+}
+
+void hIcall(Machine& m, uint16_t) {  // ICALL, EICALL
+    pcstep(m);
+    pushreturnaddress(m, m.pc);
+    m.pc = zmodflash(m);
+    callcycles(m, 2);
+}
+
+template <bool kReti>
+void hRet(Machine& m, uint16_t) {
+    m.pc = pullreturnaddress(m);
+    pcnormalize(m);
+    callcycles(m, 3);
+    if (kReti) {
+        sreg(m) |= kFlagI;
+        m.afterreti = true;
+    }
+}
+
+void hCpse(Machine& m, uint16_t op) {
+    pcstep(m);
+    skipif(m, m.datamem[d5of(op)] == m.datamem[r5of(op)]);
+}
+
+template <bool kSet>
+void hSkipRegisterBit(Machine& m, uint16_t op) {  // SBRC, SBRS
+    pcstep(m);
+    skipif(m, ((m.datamem[d5of(op)] >> (op & 7)) & 1) == (kSet ? 1 : 0));
+}
+
+template <bool kSet>
+void hSkipIoBit(Machine& m, uint16_t op) {  // SBIC, SBIS
+    pcstep(m);
+    skipif(m, ((datamemread(m, io5of(op)) >> (op & 7)) & 1) == (kSet ? 1 : 0));
+}
+
+void hPush(Machine& m, uint16_t op) {
+    pcstep(m);
+    pushbyte(m, m.datamem[d5of(op)]);
+    addcycles(m, 1);
+}
+
+void hPop(Machine& m, uint16_t op) {
+    pcstep(m);
+    const uint8_t value = popbyte(m);
+    m.datamem[d5of(op)] = value;
+    addcycles(m, 1);
+}
+
+enum class Mode { Plain, PostIncrement, PreDecrement };
+
+template <int kLow, Mode kMode>
+void hLoad(Machine& m, uint16_t op) {
+    pcstep(m);
+    if (kMode == Mode::PreDecrement) setpointer(m, kLow, (pointer(m, kLow) - 1) & pointerwrap(m));
+    const uint8_t value = datamemread(m, pointer(m, kLow));
+    m.datamem[d5of(op)] = value;
+    // The pointer is read again after the destination was written (LD R26,X+).
+    if (kMode == Mode::PostIncrement) setpointer(m, kLow, (pointer(m, kLow) + 1) & pointerwrap(m));
+    addcycles(m, 1);
+}
+
+template <int kLow, Mode kMode>
+void hStore(Machine& m, uint16_t op) {
+    pcstep(m);
+    if (kMode == Mode::PreDecrement) setpointer(m, kLow, (pointer(m, kLow) - 1) & pointerwrap(m));
+    datamemwrite(m, pointer(m, kLow), m.datamem[d5of(op)], 255);
+    if (kMode == Mode::PostIncrement) setpointer(m, kLow, (pointer(m, kLow) + 1) & pointerwrap(m));
+    addcycles(m, 1);
+}
+
+inline int displacement(uint16_t op) { return ((op >> 8) & 0x20) | ((op >> 7) & 0x18) | (op & 7); }
+
+template <int kLow>
+void hLoadDisplaced(Machine& m, uint16_t op) {  // LDD: pointer plus q, no wrap of the sum
+    pcstep(m);
+    const uint8_t value = datamemread(m, pointer(m, kLow) + displacement(op));
+    m.datamem[d5of(op)] = value;
+    addcycles(m, 1);
+}
+
+template <int kLow>
+void hStoreDisplaced(Machine& m, uint16_t op) {
+    pcstep(m);
+    datamemwrite(m, pointer(m, kLow) + displacement(op), m.datamem[d5of(op)], 255);
+    addcycles(m, 1);
+}
+
+void hLds(Machine& m, uint16_t op) {
+    const uint16_t address = progword(m, m.pc + 1);
+    pcstep(m);
+    pcstep(m);
+    const uint8_t value = datamemread(m, address);
+    m.datamem[d5of(op)] = value;
+    addcycles(m, 1);
+}
+
+void hSts(Machine& m, uint16_t op) {
+    const uint16_t address = progword(m, m.pc + 1);
+    pcstep(m);
+    pcstep(m);
+    datamemwrite(m, address, m.datamem[d5of(op)], 255);
+    addcycles(m, 1);
+}
+
+// LPM and ELPM alike: Z is a byte address; past the end the destination keeps its value.
+template <bool kDestination, bool kIncrement>
+void hLoadProgram(Machine& m, uint16_t op) {
+    pcstep(m);
+    const int dr = kDestination ? d5of(op) : 0;
+    const int z = word(m, kZL);
+    if (z <= m.flashsize - 1) m.datamem[dr] = m.progmem[z];
+    if (kIncrement) {
+        const int next = (z + 1) & 0xFFFF;
+        m.datamem[kZL] = static_cast<uint8_t>(next & 0xFF);
+        m.datamem[kZH] = static_cast<uint8_t>(next >> 8);
+    }
+    addcycles(m, 2);
+}
+
+constexpr Handler handlerfor(Op id) {
+    switch (id) {
+    case Op::Unrecognized: return hUnrecognized;
+    case Op::Adc: return hAdd<true>;
+    case Op::Add: return hAdd<false>;
+    case Op::Adiw: return hWord<true>;
+    case Op::And: case Op::Tst: return hLogic<Logic::And>;
+    case Op::Andi: return hLogicImmediate<Logic::And>;
+    case Op::Asr: return hShiftRight<Shift::Asr>;
+    case Op::Bclr: return hSregBit<false>;
+    case Op::Bld: return hBld;
+    case Op::BranchClear: return hBranch<false>;
+    case Op::BranchSet: return hBranch<true>;
+    case Op::Break: return hNop;
+    case Op::Bset: return hSregBit<true>;
+    case Op::Bst: return hBst;
+    case Op::Call: return hCall;
+    case Op::Cbi: return hIoBit<false>;
+    case Op::Clr: case Op::Eor: return hLogic<Logic::Eor>;
+    case Op::Com: return hCom;
+    case Op::Cp: return hSubtract<false, false, false>;
+    case Op::Cpc: return hSubtract<false, true, false>;
+    case Op::Cpi: return hSubtract<true, false, false>;
+    case Op::Cpse: return hCpse;
+    case Op::Dec: return hIncDec<-1>;
+    case Op::Eicall: case Op::Icall: return hIcall;
+    case Op::Eijmp: case Op::Ijmp: return hIjmp;
+    case Op::Elpm: case Op::Lpm: return hLoadProgram<false, false>;
+    case Op::ElpmZ: case Op::LpmZ: return hLoadProgram<true, false>;
+    case Op::ElpmZPlus: case Op::LpmZPlus: return hLoadProgram<true, true>;
+    case Op::Fmul: return hFmul<Sign::UU>;
+    case Op::Fmuls: return hFmul<Sign::SS>;
+    case Op::Fmulsu: return hFmul<Sign::SU>;
+    case Op::In: return hIn;
+    case Op::Inc: return hIncDec<1>;
+    case Op::Jmp: return hJmp;
+    case Op::LdX: return hLoad<kXL, Mode::Plain>;
+    case Op::LdXPlus: return hLoad<kXL, Mode::PostIncrement>;
+    case Op::LdMinusX: return hLoad<kXL, Mode::PreDecrement>;
+    case Op::LdY: return hLoad<kYL, Mode::Plain>;
+    case Op::LdYPlus: return hLoad<kYL, Mode::PostIncrement>;
+    case Op::LdMinusY: return hLoad<kYL, Mode::PreDecrement>;
+    case Op::LddY: return hLoadDisplaced<kYL>;
+    case Op::LdZ: return hLoad<kZL, Mode::Plain>;
+    case Op::LdZPlus: return hLoad<kZL, Mode::PostIncrement>;
+    case Op::LdMinusZ: return hLoad<kZL, Mode::PreDecrement>;
+    case Op::LddZ: return hLoadDisplaced<kZL>;
+    case Op::Ldi: return hLdi;
+    case Op::Lds: return hLds;
+    case Op::Lsl: return hShiftLeft<false>;
+    case Op::Lsr: return hShiftRight<Shift::Lsr>;
+    case Op::Mov: return hMov;
+    case Op::Movw: return hMovw;
+    case Op::Mul: return hMul;
+    case Op::Muls: return hMuls;
+    case Op::Mulsu: return hMulsu;
+    case Op::Neg: return hNeg;
+    case Op::Nop: return hNop;
+    case Op::Or: return hLogic<Logic::Or>;
+    case Op::Ori: return hLogicImmediate<Logic::Or>;
+    case Op::Out: return hOut;
+    case Op::Pop: return hPop;
+    case Op::Push: return hPush;
+    case Op::Rcall: return hRcall;
+    case Op::Ret: return hRet<false>;
+    case Op::Reti: return hRet<true>;
+    case Op::Rjmp: return hRjmp;
+    case Op::Rol: return hShiftLeft<true>;
+    case Op::Ror: return hShiftRight<Shift::Ror>;
+    case Op::Sbc: return hSubtract<false, true, true>;
+    case Op::Sbci: return hSubtract<true, true, true>;
+    case Op::Sbi: return hIoBit<true>;
+    case Op::Sbic: return hSkipIoBit<false>;
+    case Op::Sbis: return hSkipIoBit<true>;
+    case Op::Sbiw: return hWord<false>;
+    case Op::Sbrc: return hSkipRegisterBit<false>;
+    case Op::Sbrs: return hSkipRegisterBit<true>;
+    case Op::Sleep: return hSleep;
+    case Op::Spm: return hSpm;
+    case Op::StX: return hStore<kXL, Mode::Plain>;
+    case Op::StXPlus: return hStore<kXL, Mode::PostIncrement>;
+    case Op::StMinusX: return hStore<kXL, Mode::PreDecrement>;
+    case Op::StY: return hStore<kYL, Mode::Plain>;
+    case Op::StYPlus: return hStore<kYL, Mode::PostIncrement>;
+    case Op::StMinusY: return hStore<kYL, Mode::PreDecrement>;
+    case Op::StdY: return hStoreDisplaced<kYL>;
+    case Op::StZ: return hStore<kZL, Mode::Plain>;
+    case Op::StZPlus: return hStore<kZL, Mode::PostIncrement>;
+    case Op::StMinusZ: return hStore<kZL, Mode::PreDecrement>;
+    case Op::StdZ: return hStoreDisplaced<kZL>;
+    case Op::Sts: return hSts;
+    case Op::Sub: return hSubtract<false, false, true>;
+    case Op::Subi: return hSubtract<true, false, true>;
+    case Op::Swap: return hSwap;
+    case Op::Wdr: return hWdr;
+    case Op::Count: break;
+    }
+    return hUnrecognized;
+}
+
+constexpr auto kHandlers = [] {
+    std::array<Handler, static_cast<size_t>(Op::Count)> table{};
+    for (size_t i = 0; i < table.size(); ++i) table[i] = handlerfor(static_cast<Op>(i));
+    return table;
+}();
 
 }  // namespace
 
 void executeinstruction(Machine& m) {
     const uint16_t op = progword(m, m.pc);
-    const uint16_t op2 = progword(m, m.pc + 1);
     const Op id = decode(op);
     m.lastop = op;
-    m.lastop2 = op2;
+    m.lastop2 = progword(m, m.pc + 1);
     m.lastid = static_cast<uint8_t>(id);
     m.laststep = Machine::LastStep::Instruction;
-
-    uint8_t* reg = m.datamem.data();
-    const int d5 = (op >> 4) & 31;
-    const int r5 = (op & 15) | ((op >> 5) & 16);
-    const int d4 = 16 + ((op >> 4) & 15);
-    const int k8 = ((op >> 4) & 0xF0) | (op & 15);
-    const int d = reg[d5];
-    const int r = reg[r5];
-    Flags f(m);
-    const int carry = f.get(kFlagC) ? 1 : 0;
-
-    switch (id) {
-    case Op::Unrecognized:
-        m.laststep = Machine::LastStep::Unrecognized;
-        m.stoprequest = true;
-        m.stopreason = Machine::StopReason::Unrecognized;
-        return;
-    case Op::Spm:
-        return;  // pc stays: the same SPM runs again on every step
-    case Op::Jmp: {
-        const int32_t old = m.pc;
-        m.pc = absolutetarget(m, op, op2);
-        addcycles(m, 2);
-        checkinfiniteloop(m, old);
-        return;
-    }
-    case Op::Ijmp:
-    case Op::Eijmp: {
-        const int32_t old = m.pc;
-        m.pc = zmodflash(m);
-        addcycles(m, 1);
-        checkinfiniteloop(m, old);
-        return;
-    }
-    case Op::Ret:
-    case Op::Reti:
-        m.pc = pullreturnaddress(m);
-        pcnormalize(m);
-        callextra(m, 3);
-        if (id == Op::Reti) {
-            f.put(kFlagI, true);
-            m.afterreti = true;
-        }
-        return;
-    default:
-        break;
-    }
-
-    const int32_t oldpc = m.pc;
-    pcstep(m);
-
-    switch (id) {
-    case Op::Adc:
-    case Op::Add: {
-        const int c = id == Op::Adc ? carry : 0;
-        const int res = d + r + c;
-        reg[d5] = static_cast<uint8_t>(res);
-        flagsadd(m, d, r, c, res);
-        break;
-    }
-    case Op::Lsl:
-    case Op::Rol: {
-        const int res = ((d & 127) * 2) + (id == Op::Rol ? carry : 0);
-        reg[d5] = static_cast<uint8_t>(res);
-        f.put(kFlagC, d & 0x80);
-        f.put(kFlagH, (d & 15) + (d & 15) >= 16);
-        flagsshift(m, res);
-        break;
-    }
-    case Op::Adiw:
-    case Op::Sbiw: {
-        const int low = 24 + ((op >> 4) & 3) * 2;
-        const int k = ((op >> 2) & 0x30) | (op & 15);
-        const int w = word(m, low);
-        int res;
-        if (id == Op::Adiw) {
-            res = w + k;
-            f.put(kFlagC, res >= 65536);
-            const int sv = sgn16(w) + k;
-            f.put(kFlagV, sv < -32768 || sv > 32767);
-        } else {
-            res = w - k;
-            f.put(kFlagC, k > w);
-            const int sv = sgn16(w) - k;
-            f.put(kFlagV, sv < -32768 || sv > 32767);
-        }
-        res &= 0xFFFF;
-        reg[low] = static_cast<uint8_t>(res & 0xFF);
-        reg[low + 1] = static_cast<uint8_t>(res >> 8);
-        f.put(kFlagZ, res == 0);
-        f.put(kFlagN, res & 0x8000);
-        f.s();
-        addcycles(m, 1);
-        break;
-    }
-    case Op::And:
-    case Op::Tst:
-        reg[d5] = static_cast<uint8_t>(d & r);
-        flagslogic(m, d & r);
-        break;
-    case Op::Andi:
-        reg[d4] = static_cast<uint8_t>(reg[d4] & k8);
-        flagslogic(m, reg[d4]);
-        break;
-    case Op::Or:
-        reg[d5] = static_cast<uint8_t>(d | r);
-        flagslogic(m, d | r);
-        break;
-    case Op::Ori:
-        reg[d4] = static_cast<uint8_t>(reg[d4] | k8);
-        flagslogic(m, reg[d4]);
-        break;
-    case Op::Eor:
-        reg[d5] = static_cast<uint8_t>(d ^ r);
-        flagslogic(m, d ^ r);
-        break;
-    case Op::Clr:
-        reg[d5] = 0;
-        flagslogic(m, 0);
-        break;
-    case Op::Com:
-        reg[d5] = static_cast<uint8_t>(255 - d);
-        f.put(kFlagC, true);
-        flagslogic(m, 255 - d);
-        break;
-    case Op::Neg: {
-        const int res = (0 - d) & 0xFF;
-        reg[d5] = static_cast<uint8_t>(res);
-        flagssub(m, 0, d, 0, res, false);
-        break;
-    }
-    case Op::Sub:
-    case Op::Cp: {
-        const int res = (d - r) & 0xFF;
-        if (id == Op::Sub) reg[d5] = static_cast<uint8_t>(res);
-        flagssub(m, d, r, 0, res, false);
-        break;
-    }
-    case Op::Sbc:
-    case Op::Cpc: {
-        const int res = (d - r - carry) & 0xFF;
-        if (id == Op::Sbc) reg[d5] = static_cast<uint8_t>(res);
-        flagssub(m, d, r, carry, res, true);
-        break;
-    }
-    case Op::Subi:
-    case Op::Cpi: {
-        const int dv = reg[d4];
-        const int res = (dv - k8) & 0xFF;
-        if (id == Op::Subi) reg[d4] = static_cast<uint8_t>(res);
-        flagssub(m, dv, k8, 0, res, false);
-        break;
-    }
-    case Op::Sbci: {
-        const int dv = reg[d4];
-        const int res = (dv - k8 - carry) & 0xFF;
-        reg[d4] = static_cast<uint8_t>(res);
-        flagssub(m, dv, k8, carry, res, true);
-        break;
-    }
-    case Op::Inc: {
-        const int res = (d + 1) & 0xFF;
-        reg[d5] = static_cast<uint8_t>(res);
-        f.zn(res);
-        f.put(kFlagV, d == 0x7F);
-        f.s();
-        break;
-    }
-    case Op::Dec: {
-        const int res = (d - 1) & 0xFF;
-        reg[d5] = static_cast<uint8_t>(res);
-        f.zn(res);
-        f.put(kFlagV, d == 0x80);
-        f.s();
-        break;
-    }
-    case Op::Asr:
-    case Op::Lsr:
-    case Op::Ror: {
-        int res = d >> 1;
-        if (id == Op::Asr) res |= d & 0x80;
-        if (id == Op::Ror) res |= carry << 7;
-        reg[d5] = static_cast<uint8_t>(res);
-        f.put(kFlagC, d & 1);
-        flagsshift(m, res);
-        break;
-    }
-    case Op::Swap:
-        reg[d5] = static_cast<uint8_t>(((d << 4) | (d >> 4)) & 0xFF);
-        break;
-    case Op::Bset:
-    case Op::Bclr:
-        f.put(static_cast<uint8_t>(1 << ((op >> 4) & 7)), id == Op::Bset);
-        break;
-    case Op::Bst:
-        f.put(kFlagT, (d >> (op & 7)) & 1);
-        break;
-    case Op::Bld: {
-        const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
-        reg[d5] = f.get(kFlagT) ? (d | mask) : (d & ~mask);
-        break;
-    }
-    case Op::Mov:
-        reg[d5] = static_cast<uint8_t>(r);
-        break;
-    case Op::Ldi:
-        reg[d4] = static_cast<uint8_t>(k8);
-        break;
-    case Op::Movw: {
-        const int dd = ((op >> 4) & 15) * 2, rr = (op & 15) * 2;
-        reg[dd] = reg[rr];
-        reg[dd + 1] = reg[rr + 1];
-        break;
-    }
-    case Op::In:
-        reg[d5] = datamemread(m, (((op >> 5) & 0x30) | (op & 15)) + 32);
-        break;
-    case Op::Out:
-        datamemwrite(m, (((op >> 5) & 0x30) | (op & 15)) + 32, static_cast<uint8_t>(d), 255);
-        break;
-    case Op::Sbi:
-    case Op::Cbi: {
-        const int address = ((op >> 3) & 31) + 32;
-        const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
-        uint8_t value = datamemread(m, address);
-        value = id == Op::Sbi ? (value | mask) : (value & ~mask);
-        datamemwrite(m, address, value, mask);
-        addcycles(m, 1);
-        break;
-    }
-    case Op::Mul: {
-        const int product = d * r;
-        storeproduct(m, product);
-        flagsmul(m, product);
-        addcycles(m, 1);
-        break;
-    }
-    case Op::Muls: {
-        int product = sgn8(reg[d4]) * sgn8(reg[16 + (op & 15)]);
-        if (product < 0) product += 65536;
-        storeproduct(m, product);
-        flagsmul(m, product);
-        addcycles(m, 1);
-        break;
-    }
-    case Op::Mulsu: {
-        int product = sgn8(reg[16 + ((op >> 4) & 7)]) * reg[16 + (op & 7)];
-        if (product < 0) product += 65536;
-        storeproduct(m, product);
-        flagsmul(m, product);
-        addcycles(m, 1);
-        break;
-    }
-    case Op::Fmul:
-        fmul(m, reg[16 + ((op >> 4) & 7)] * reg[16 + (op & 7)]);
-        addcycles(m, 1);
-        break;
-    case Op::Fmuls:
-        fmul(m, sgn8(reg[16 + ((op >> 4) & 7)]) * sgn8(reg[16 + (op & 7)]));
-        addcycles(m, 1);
-        break;
-    case Op::Fmulsu:
-        fmul(m, sgn8(reg[16 + ((op >> 4) & 7)]) * reg[16 + (op & 7)]);
-        addcycles(m, 1);
-        break;
-    case Op::Nop:
-    case Op::Break:
-        break;
-    case Op::Sleep:
-        m.stoprequest = true;
-        m.stopreason = Machine::StopReason::Sleep;
-        break;
-    case Op::Wdr:
-        m.watchdogcounter = 0;
-        break;
-    case Op::BranchClear:
-    case Op::BranchSet: {
-        const bool flag = (m.datamem[kSregAddress] >> (op & 7)) & 1;
-        if (flag == (id == Op::BranchSet)) {
-            int k = (op >> 3) & 0x7F;
-            if (k >= 64) k -= 128;
-            m.pc += k;
-            pcnormalize(m);
-            addcycles(m, 1);
-        }
-        break;
-    }
-    case Op::Rjmp:
-    case Op::Rcall: {
-        int k = op & 0xFFF;
-        if (k > 2047) k -= 4096;
-        if (id == Op::Rcall) pushreturnaddress(m, m.pc);
-        m.pc += k;
-        pcnormalize(m);
-        if (id == Op::Rjmp) {
-            addcycles(m, 1);
-            checkinfiniteloop(m, oldpc);
-        } else {
-            callextra(m, 2);
-        }
-        break;
-    }
-    case Op::Call:
-        pcstep(m);
-        pushreturnaddress(m, m.pc);
-        m.pc = absolutetarget(m, op, op2);
-        callextra(m, 3);
-        break;
-    case Op::Icall:
-    case Op::Eicall:
-        pushreturnaddress(m, m.pc);
-        m.pc = zmodflash(m);
-        callextra(m, 2);
-        break;
-    case Op::Cpse:
-        skipif(m, d == r);
-        break;
-    case Op::Sbrc:
-    case Op::Sbrs:
-        skipif(m, ((d >> (op & 7)) & 1) == (id == Op::Sbrs ? 1 : 0));
-        break;
-    case Op::Sbic:
-    case Op::Sbis: {
-        const int value = datamemread(m, ((op >> 3) & 31) + 32);
-        skipif(m, ((value >> (op & 7)) & 1) == (id == Op::Sbis ? 1 : 0));
-        break;
-    }
-    case Op::Push:
-        pushbyte(m, static_cast<uint8_t>(d));
-        addcycles(m, 1);
-        break;
-    case Op::Pop:
-        reg[d5] = popbyte(m);
-        addcycles(m, 1);
-        break;
-    case Op::LdX: load(m, d5, kXL, Mode::Plain); break;
-    case Op::LdXPlus: load(m, d5, kXL, Mode::PostIncrement); break;
-    case Op::LdMinusX: load(m, d5, kXL, Mode::PreDecrement); break;
-    case Op::LdY: load(m, d5, kYL, Mode::Plain); break;
-    case Op::LdYPlus: load(m, d5, kYL, Mode::PostIncrement); break;
-    case Op::LdMinusY: load(m, d5, kYL, Mode::PreDecrement); break;
-    case Op::LdZ: load(m, d5, kZL, Mode::Plain); break;
-    case Op::LdZPlus: load(m, d5, kZL, Mode::PostIncrement); break;
-    case Op::LdMinusZ: load(m, d5, kZL, Mode::PreDecrement); break;
-    case Op::StX: store(m, d5, kXL, Mode::Plain); break;
-    case Op::StXPlus: store(m, d5, kXL, Mode::PostIncrement); break;
-    case Op::StMinusX: store(m, d5, kXL, Mode::PreDecrement); break;
-    case Op::StY: store(m, d5, kYL, Mode::Plain); break;
-    case Op::StYPlus: store(m, d5, kYL, Mode::PostIncrement); break;
-    case Op::StMinusY: store(m, d5, kYL, Mode::PreDecrement); break;
-    case Op::StZ: store(m, d5, kZL, Mode::Plain); break;
-    case Op::StZPlus: store(m, d5, kZL, Mode::PostIncrement); break;
-    case Op::StMinusZ: store(m, d5, kZL, Mode::PreDecrement); break;
-    case Op::LddY:
-    case Op::LddZ:
-    case Op::StdY:
-    case Op::StdZ: {
-        const int q = ((op >> 8) & 0x20) | ((op >> 7) & 0x18) | (op & 7);
-        const int low = (id == Op::LddY || id == Op::StdY) ? kYL : kZL;
-        const int address = pointer(m, low) + q;
-        if (id == Op::LddY || id == Op::LddZ)
-            reg[d5] = datamemread(m, address);
-        else
-            datamemwrite(m, address, static_cast<uint8_t>(d), 255);
-        addcycles(m, 1);
-        break;
-    }
-    case Op::Lds:
-        pcstep(m);
-        reg[d5] = datamemread(m, op2);
-        addcycles(m, 1);
-        break;
-    case Op::Sts:
-        pcstep(m);
-        datamemwrite(m, op2, static_cast<uint8_t>(d), 255);
-        addcycles(m, 1);
-        break;
-    case Op::Lpm:
-    case Op::Elpm: loadprogram(m, 0, false); break;
-    case Op::LpmZ:
-    case Op::ElpmZ: loadprogram(m, d5, false); break;
-    case Op::LpmZPlus:
-    case Op::ElpmZPlus: loadprogram(m, d5, true); break;
-    default:
-        break;
-    }
+    kHandlers[static_cast<size_t>(id)](m, op);
 }
 
 }  // namespace velmora
