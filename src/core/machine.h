@@ -50,6 +50,7 @@ struct InterruptEntry {
 
 // Addresses bound by name from the model's definitions; 0 means the model has no such register.
 struct RegisterRoles {
+    int sreg = 0, sph = 0, spl = 0;  // bound for completeness; the core uses the fixed addresses
     std::array<int, kPortCount> port{};
     std::array<int, kPortCount> pin{};
     std::array<int, kPortCount> ddr{};
@@ -70,6 +71,27 @@ struct PeripheralKinds {
     int adcconf = 0;
     int eeconf = 0;
     int uartconf = 0;
+};
+
+// One package pin from the model; the Microcontroller View derives its display name from it.
+struct PackagePin {
+    std::string caption;      // as written in the model
+    bool secondhalf = false;  // right half of the package: pin number above half the pin lines
+    int portcode = 0;         // 5..11 for ports A..G, 0 for none
+    int bit = -1;             // bit in the port, -1 for none
+    int adcchannel = -1;      // 0..15, -1 for none
+    int type = 0;             // 0 no control, 1 digital, 2 digital that can also be analog
+};
+
+inline constexpr int kMaxPackagePins = 80;
+inline constexpr int kAdcChannelCount = 16;
+
+// An ADC channel exists when a package pin names it.
+struct AdcChannel {
+    bool exists = false;
+    int portcode = 0;
+    uint8_t bitmask = 0;
+    int pinindex = -1;  // index into Machine::pins
 };
 
 // Per-address side-effect marks, so the common load/store is a plain array access.
@@ -125,6 +147,9 @@ struct Machine {
     std::vector<InterruptEntry> interrupttable;
     int int0flagaddress = 0, int1flagaddress = 0;
     uint8_t int0flagmask = 0, int1flagmask = 0;
+    int pincount = 0;  // the model's "pins: " key
+    std::vector<PackagePin> pins;
+    std::array<AdcChannel, kAdcChannelCount> adcchannels{};
 
     // --- processor state ---
     int32_t pc = 0;  // words

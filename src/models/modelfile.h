@@ -48,4 +48,10 @@ struct ModelList {
 
 ModelList modellist(const std::string& directory);
 
+// The display name of a model file: "atmega32.cfg" gives "ATmega32", "at90s2313.cfg" "AT90S2313".
+std::string modelnameoffile(const std::string& filename);
+
+// Display order: by name, then by the number behind the first six characters.
+void sortmodels(std::vector<ModelEntry>& models);
+
 }  // namespace velmora
