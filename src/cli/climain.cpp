@@ -5,11 +5,13 @@
 namespace velmora {
 
 int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+int modelscommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 namespace {
 void usage(std::ostream& err) {
     err << "usage: velmora-cli COMMAND [OPTIONS]\n"
            "commands:\n"
+           "  models  list the microcontroller models\n"
            "  run     run a program until it sleeps or stops\n";
 }
 }  // namespace
@@ -21,6 +23,7 @@ int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     }
     const std::vector<std::string> rest(args.begin() + 1, args.end());
     if (args[0] == "run") return runcommand(rest, out, err);
+    if (args[0] == "models") return modelscommand(rest, out, err);
     usage(err);
     return kExitUsage;
 }

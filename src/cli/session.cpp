@@ -1,5 +1,6 @@
 #include "cli/session.h"
 
+#include <cctype>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -7,8 +8,20 @@
 #include <sstream>
 
 #include "core/testmachine.h"
+#include "models/datadirectory.h"
+#include "models/modelfile.h"
 
 namespace velmora {
+
+namespace {
+bool equalsignorecase(const std::string& a, const std::string& b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+            return false;
+    return true;
+}
+}  // namespace
 
 void StreamMessenger::show(const std::string& text, MessageKind) { out_ << text << "\n"; }
 
@@ -21,9 +34,32 @@ CliSession::CliSession(std::ostream& err) : err_(err), messenger_(err) {
     run_ = std::make_unique<RunControl>(machine_, messenger_, clock_, settings_);
 }
 
+std::string modeldirectory() { return datadirectory(VELMORA_SOURCE_DATA_DIR) + "/models"; }
+
 bool CliSession::selectmodel(const std::optional<std::string>& name) {
-    (void)name;
-    configurebaremachine(machine_);
+    const ModelList list = modellist(modeldirectory());
+    if (!list.error.empty()) {
+        err_ << list.error << "\n";
+        return false;
+    }
+    int index = list.defaultindex;
+    if (name) {
+        index = -1;
+        for (size_t i = 0; i < list.models.size(); ++i)
+            if (equalsignorecase(list.models[i].name, *name)) index = static_cast<int>(i);
+        if (index < 0) {
+            err_ << "velmora-cli: no model named '" << *name << "'; 'velmora-cli models' lists them\n";
+            return false;
+        }
+    }
+    const ModelLoadResult result =
+        modelload(modeldirectory(), list.models[index].name, ModelOptions{}, machine_, definitions_);
+    for (const std::string& warning : result.warnings) err_ << warning << "\n";
+    if (!result.ok) {
+        err_ << result.message << "\n";
+        return false;
+    }
+    machine_.modelname = list.models[index].name;
     return true;
 }
 

@@ -10,6 +10,7 @@
 #include "core/machine.h"
 #include "core/memorysettings.h"
 #include "core/runcontrol.h"
+#include "models/modelfile.h"
 
 namespace velmora {
 
@@ -36,7 +37,8 @@ public:
     RunControl& runcontrol() { return *run_; }
     SettingsAccess& settings() { return settings_; }
 
-    // Loads the named model (or the default one); false after printing why not.
+    // Loads the named model (case-insensitive display name, or the default one);
+    // false after printing why not.
     bool selectmodel(const std::optional<std::string>& name);
     // Sets the clock in MHz from text; false for a value that is not a positive number.
     bool setclock(const std::string& text);
@@ -49,8 +51,12 @@ private:
     StreamMessenger messenger_;
     SteadyClock clock_;
     MemorySettings settings_;
+    ModelDefinitions definitions_;
     std::unique_ptr<RunControl> run_;
 };
+
+// Folder of the at*.cfg model files.
+std::string modeldirectory();
 
 // Reads whitespace-separated hexadecimal words; ';' starts a comment. Empty on error.
 std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);

@@ -1,0 +1,368 @@
+// The shipped model files, loaded through the product's loader, against facts read from
+// avr-libc's io headers: register addresses, bit numbers, vector numbers and memory sizes.
+// The facts are data/avrlibc_extract.txt, made by tools/modelgen/extract.py, so this runs
+// without avr-libc installed.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "models/modelfile.h"
+
+namespace velmora::test {
+namespace {
+
+const std::string kModelsDir = std::string(VELMORA_SOURCE_DATA_DIR) + "/models";
+const std::string kExtract = std::string(VELMORA_TEST_DATA_DIR) + "/avrlibc_extract.txt";
+
+struct DeviceFacts {
+    std::string name;
+    int flashend = 0, ramstart = 0, ramend = 0, e2end = 0, vectorbytes = 0;
+    std::map<std::string, int> registers;            // name -> data address
+    std::map<std::string, int> bits;                 // bit name -> bit number
+    std::map<std::string, int> vectors;              // avr-libc vector name -> vector number
+    int sramsize() const { return std::max(0, ramend - ramstart + 1); }
+};
+
+std::map<std::string, DeviceFacts> readextract() {
+    std::map<std::string, DeviceFacts> devices;
+    std::ifstream in(kExtract);
+    DeviceFacts* current = nullptr;
+    std::string line;
+    while (std::getline(in, line)) {
+        std::istringstream words(line);
+        std::string key, a, b;
+        words >> key >> a >> b;
+        if (key.empty() || key[0] == '#') continue;
+        if (key == "device") {
+            current = &devices[a];
+            current->name = a;
+        } else if (key == "end") {
+            current = nullptr;
+        } else if (current == nullptr || key == "header") {
+            continue;
+        } else if (key == "register") {
+            current->registers[a] = std::stoi(b, nullptr, 16);
+        } else if (key == "bit") {
+            current->bits[a] = std::stoi(b);
+        } else if (key == "vector") {
+            current->vectors[b] = std::stoi(a);
+        } else {
+            const int value = std::stoi(a, nullptr, 0);
+            if (key == "flashend") current->flashend = value;
+            if (key == "ramstart") current->ramstart = value;
+            if (key == "ramend") current->ramend = value;
+            if (key == "e2end") current->e2end = value;
+            if (key == "vectorbytes") current->vectorbytes = value;
+        }
+    }
+    return devices;
+}
+
+const std::map<std::string, DeviceFacts>& extract() {
+    static const std::map<std::string, DeviceFacts> devices = readextract();
+    return devices;
+}
+
+std::vector<std::string> devicenames() {
+    std::vector<std::string> names;
+    for (const auto& [name, facts] : extract()) names.push_back(name);
+    return names;
+}
+
+bool isportregister(const std::string& name) {
+    return name.size() >= 4 && (((name.starts_with("PORT") && name.size() == 5)) ||
+                                (name.starts_with("DDR") && name.size() == 4) ||
+                                (name.starts_with("PIN") && name.size() == 4));
+}
+
+int bitindex(uint8_t mask) {
+    for (int bit = 0; bit < 8; ++bit)
+        if (mask == (1 << bit)) return bit;
+    return -1;
+}
+
+// An I/O address in a definition is a data address less 32.
+int dataaddressofdefinition(int value) { return value <= 0x3F ? value + 32 : value; }
+
+// .equ NAME = 0xNN lines of the definition text.
+std::map<std::string, int> definedaddresses(const ModelDefinitions& definitions) {
+    std::map<std::string, int> out;
+    for (const std::string& line : definitions.definitiontext) {
+        std::istringstream words(line);
+        std::string equ, name, equals, value;
+        words >> equ >> name >> equals >> value;
+        if (equ != ".equ" || equals != "=" || !value.starts_with("0x")) continue;
+        out[name] = dataaddressofdefinition(std::stoi(value, nullptr, 16));
+    }
+    return out;
+}
+
+// The two interrupts that fire on a clear bit carry the names the core knows them by.
+std::vector<std::string> avrlibcnamesof(const std::string& interrupt) {
+    if (interrupt == "ERDY") return {"EE_RDY", "EE_READY", "EEPROM_READY"};
+    if (interrupt == "SPMR") return {"SPM_RDY", "SPM_READY"};
+    return {interrupt};
+}
+
+TEST(ShippedModels, ExtractCoversTheModelsOfTheBrief) {
+    const std::vector<std::string> names = devicenames();
+    for (const char* wanted : {"ATmega8", "ATmega16", "ATmega32", "ATmega48", "ATmega88", "ATmega168", "ATmega328P",
+                               "ATmega64", "ATmega128", "ATmega162", "ATmega8515", "ATtiny13", "ATtiny25",
+                               "ATtiny45", "ATtiny85", "ATtiny24", "ATtiny44", "ATtiny84", "ATtiny2313", "ATtiny26",
+                               "AT90S2313", "AT90S8515", "ATtiny12"})
+        EXPECT_NE(std::find(names.begin(), names.end(), wanted), names.end()) << wanted;
+}
+
+TEST(ShippedModels, ListIsInDocumentedOrderWithATmega32AsDefault) {
+    const ModelList list = modellist(kModelsDir);
+    ASSERT_TRUE(list.error.empty()) << list.error;
+    std::vector<std::string> names;
+    for (const ModelEntry& e : list.models) names.push_back(e.name);
+    // By byte order of the names, and by the number behind the first six characters where
+    // those agree: ATmega8 before ATmega16, ATtiny2313 after ATtiny85.
+    EXPECT_EQ(names, (std::vector<std::string>{
+                         "AT90S2313", "AT90S8515", "ATmega8", "ATmega16", "ATmega32", "ATmega48", "ATmega64",
+                         "ATmega88", "ATmega128", "ATmega162", "ATmega168", "ATmega328P", "ATmega8515", "ATtiny12",
+                         "ATtiny13", "ATtiny24", "ATtiny25", "ATtiny26", "ATtiny44", "ATtiny45", "ATtiny84",
+                         "ATtiny85", "ATtiny2313"}));
+    ASSERT_GE(list.defaultindex, 0);
+    EXPECT_EQ(list.models[list.defaultindex].name, "ATmega32");
+}
+
+TEST(ShippedModels, DescriptionsGiveAvrLibcSizes) {
+    const ModelList list = modellist(kModelsDir);
+    ASSERT_EQ(list.models.size(), extract().size());
+    for (const ModelEntry& e : list.models) {
+        const auto found = extract().find(e.name);
+        ASSERT_NE(found, extract().end()) << e.name << " has no avr-libc facts";
+        const DeviceFacts& f = found->second;
+        const std::string sizes = ", FLASH: " + std::to_string(f.flashend + 1) +
+                                  ", SRAM: " + std::to_string(f.sramsize()) +
+                                  ", EEPROM: " + std::to_string(f.e2end + 1);
+        EXPECT_TRUE(e.description.starts_with("PINS: ")) << e.name << ": " << e.description;
+        EXPECT_TRUE(e.description.ends_with(sizes)) << e.name << ": " << e.description;
+    }
+}
+
+class ShippedModel : public ::testing::TestWithParam<std::string> {
+protected:
+    void SetUp() override {
+        facts = &extract().at(GetParam());
+        result = modelload(kModelsDir, GetParam(), ModelOptions{}, m, definitions);
+        ASSERT_TRUE(result.ok) << result.message;
+    }
+
+    // The bit name a register gives bit `bit`, "" when it is only the digit.
+    std::string bitname(int address, int bit) const {
+        const std::string& name = m.bitnames[address][bit];
+        return name == std::to_string(bit) ? "" : name;
+    }
+
+    const DeviceFacts* facts = nullptr;
+    Machine m;
+    ModelDefinitions definitions;
+    ModelLoadResult result;
+};
+
+TEST_P(ShippedModel, LoadsWithoutMessageOrWarning) {
+    EXPECT_TRUE(result.message.empty()) << result.message;
+    EXPECT_TRUE(result.warnings.empty()) << result.warnings.front();
+}
+
+TEST_P(ShippedModel, SizesAreAvrLibcSizes) {
+    EXPECT_EQ(m.flashsize, facts->flashend + 1);
+    EXPECT_EQ(m.sramsize, facts->sramsize());
+    EXPECT_EQ(m.eepromsize, facts->e2end + 1);
+    if (m.sramsize > 0) {
+        // Extended I/O fills the gap between the 64 I/O registers and RAMSTART.
+        EXPECT_EQ(m.extendedio, facts->ramstart - 0x60);
+        EXPECT_EQ(m.dataspacesize - 1, facts->ramend);
+    }
+}
+
+TEST_P(ShippedModel, RegistersSitAtAvrLibcAddresses) {
+    std::set<int> named;
+    for (const NamedRegister& r : m.namedregisters) {
+        if (r.address >= kHwStackPseudoAddress) continue;
+        named.insert(r.address);
+        const auto found = facts->registers.find(r.name);
+        ASSERT_NE(found, facts->registers.end()) << r.name << " is no avr-libc register";
+        EXPECT_EQ(r.address, found->second) << r.name;
+    }
+    // The data space map holds addresses below $100; a register above keeps only its .equ.
+    for (const auto& [name, address] : facts->registers) {
+        if (address <= 0xFF) { EXPECT_TRUE(named.contains(address)) << name << " at $" << std::hex << address; }
+    }
+}
+
+TEST_P(ShippedModel, DefinitionsGiveEveryAvrLibcRegisterItsAddress) {
+    const std::map<std::string, int> defined = definedaddresses(definitions);
+    for (const auto& [name, address] : facts->registers) {
+        const auto found = defined.find(name);
+        ASSERT_NE(found, defined.end()) << name << " is not defined";
+        EXPECT_EQ(found->second, address) << name;
+    }
+}
+
+TEST_P(ShippedModel, BitNamesAreAvrLibcBitNumbers) {
+    int namedbits = 0;
+    for (const NamedRegister& r : m.namedregisters) {
+        if (r.address >= kHwStackPseudoAddress) continue;
+        for (int bit = 0; bit < 8; ++bit) {
+            const std::string name = bitname(r.address, bit);
+            if (name.empty()) continue;
+            EXPECT_FALSE(isportregister(r.name)) << r.name << " bit " << bit << " is named " << name;
+            const auto found = facts->bits.find(name);
+            ASSERT_NE(found, facts->bits.end()) << r.name << " bit " << bit << ": " << name << " is no avr-libc bit";
+            EXPECT_EQ(found->second, bit) << r.name << ": " << name;
+            ++namedbits;
+        }
+    }
+    // The status register and the comparator's control register exist on every part.
+    for (int address : {kSregAddress, m.roles.acsr})
+        for (int bit : {0, 1, 3}) EXPECT_FALSE(bitname(address, bit).empty()) << "$" << std::hex << address;
+    EXPECT_GE(namedbits, 30);
+}
+
+TEST_P(ShippedModel, InterruptsAreTheAvrLibcVectorsInOrder) {
+    std::set<int> numbers;
+    for (const auto& [name, number] : facts->vectors) numbers.insert(number);
+    ASSERT_EQ(m.interrupttable.size(), numbers.size());
+    const int wordspervector = facts->vectorbytes / 2;
+    int previous = 0;
+    for (const InterruptEntry& e : m.interrupttable) {
+        int number = -1;
+        for (const std::string& name : avrlibcnamesof(e.name))
+            if (facts->vectors.contains(name)) number = facts->vectors.at(name);
+        ASSERT_GE(number, 1) << e.name << " is no avr-libc vector";
+        EXPECT_EQ(e.vector, number * wordspervector) << e.name;
+        EXPECT_GT(e.vector, previous) << e.name << ": priority order is vector order";
+        previous = e.vector;
+        EXPECT_EQ(e.polarity, (e.name == "ERDY" || e.name == "SPMR") ? 0 : 1) << e.name;
+        EXPECT_FALSE(e.description.empty()) << e.name;
+        // Enable and flag are named bits of registers the chip has.
+        const std::pair<int, uint8_t> bits[] = {{e.enableaddress, e.enablemask}, {e.flagaddress, e.flagmask}};
+        for (const auto& [address, mask] : bits) {
+            ASSERT_GE(address, 0x20) << e.name;
+            const int bit = bitindex(mask);
+            ASSERT_GE(bit, 0) << e.name;
+            const std::string name = bitname(address, bit);
+            ASSERT_FALSE(name.empty()) << e.name << ": bit " << bit << " of $" << std::hex << address;
+            EXPECT_EQ(facts->bits.at(name), bit) << e.name;
+        }
+    }
+}
+
+TEST_P(ShippedModel, ExternalInterruptKindsHaveTheirFlags) {
+    if (m.kinds.int0 >= 2) {
+        ASSERT_NE(m.int0flagaddress, 0);
+        EXPECT_EQ(bitname(m.int0flagaddress, bitindex(m.int0flagmask)), "INTF0");
+    }
+    if (m.kinds.int1 >= 2) {
+        ASSERT_NE(m.int1flagaddress, 0);
+        EXPECT_EQ(bitname(m.int1flagaddress, bitindex(m.int1flagmask)), "INTF1");
+    }
+    // The sense-control register of each kind: EICRA for kinds 3 and 4, MCUCR otherwise.
+    for (int kind : {m.kinds.int0, m.kinds.int1}) {
+        if (kind == 3 || kind == 4) {
+            EXPECT_NE(m.roles.eicra, 0);
+        } else if (kind >= 2) {
+            EXPECT_NE(m.roles.mcucr, 0);
+        }
+    }
+}
+
+TEST_P(ShippedModel, PeripheralKindsHaveTheRegistersTheyUse) {
+    const RegisterRoles& r = m.roles;
+    const int uart = m.kinds.uartconf;
+    EXPECT_EQ(uart >= 2, r.udr != 0) << "USART kind " << uart;
+    if (uart >= 2) {
+        EXPECT_NE(r.ucsra, 0);
+        EXPECT_NE(r.ucsrb, 0);
+        EXPECT_NE(r.ubrrl, 0);
+    }
+    if (uart >= 2 && uart != 6 && uart != 7) { EXPECT_NE(r.ucsrc, 0) << "UCSRC's bit 6 gates this kind"; }
+    if (uart == 3 || uart == 8) { EXPECT_EQ(r.ucsrc, r.ubrrh) << "kinds 3 and 8 share UCSRC's address"; }
+    if (uart == 2 || uart == 4 || uart == 5) { EXPECT_NE(r.ucsrc, r.ubrrh); }
+
+    const int adc = m.kinds.adcconf;
+    EXPECT_EQ(adc >= 2, r.admux != 0) << "ADC kind " << adc;
+    if (adc >= 2) {
+        EXPECT_NE(r.adcsra, 0);
+        EXPECT_NE(r.adch, 0);
+        EXPECT_NE(r.adcl, 0);
+        EXPECT_EQ(bitname(r.adcsra, 4), "ADIF");
+    }
+    if (adc == 2) { EXPECT_EQ(bitname(r.adcsrb, 4), "ADLAR"); }
+    if (adc == 3 || adc == 4 || adc == 6) { EXPECT_EQ(bitname(r.admux, 5), "ADLAR"); }
+    if (adc == 6) { EXPECT_GE(r.admux, 0x60) << "kind 6 is the ADC in extended I/O"; }
+
+    EXPECT_EQ(m.kinds.eeconf >= 2, r.eecr != 0);
+    if (m.kinds.eeconf >= 2) {
+        EXPECT_NE(r.eedr, 0);
+        EXPECT_NE(r.eearl, 0);
+        if (m.eepromsize > 256) { EXPECT_NE(r.eearh, 0); }
+    }
+
+    ASSERT_GE(m.kinds.compconf.size(), 4u);
+    const int comp = m.kinds.compconf[0];
+    EXPECT_GE(comp, 2) << "every shipped part has a comparator";
+    EXPECT_NE(r.acsr, 0);
+    if (comp == 3) { EXPECT_EQ(bitname(r.adcsrb, 6), "ACME"); }
+    if (comp == 4) { EXPECT_EQ(bitname(r.sfior, 3), "ACME"); }
+    if (comp == 5) { EXPECT_EQ(bitname(r.acsr, 2), "ACME"); }
+    if (comp >= 3) { EXPECT_GE(adc, 2) << "the comparator's multiplexer is the ADC's"; }
+    // The bandgap select bit exists exactly where the model names a bandgap.
+    EXPECT_EQ(m.kinds.compconf[1] >= 2, !bitname(r.acsr, 6).empty());
+    for (int input : {m.kinds.compconf[2], m.kinds.compconf[3]}) {
+        ASSERT_TRUE(input >= 0 && input < kAdcChannelCount);
+        EXPECT_TRUE(m.adcchannels[input].exists) << "comparator input channel " << input << " has no pin";
+    }
+}
+
+TEST_P(ShippedModel, StartupCodeCanWriteStatusAndStackPointer) {
+    EXPECT_EQ(m.datamask[kSregAddress], 0xFF);
+    if (m.sramsize > 0) {
+        EXPECT_EQ(m.datamask[kSplAddress], 0xFF);
+        if (m.dataspacesize > 256) { EXPECT_EQ(m.datamask[kSphAddress], 0xFF); }
+        EXPECT_EQ(m.datamask[96 + m.extendedio], 0xFF);
+        EXPECT_EQ(m.datamask[m.dataspacesize - 1], 0xFF);
+    }
+    for (int reg = 0; reg < 32; ++reg) EXPECT_EQ(m.datamask[reg], 0xFF) << "R" << reg << " through ST";
+}
+
+TEST_P(ShippedModel, PinsLieOnPortsOfTheChip) {
+    EXPECT_EQ(m.pincount, static_cast<int>(m.pins.size()));
+    EXPECT_TRUE(m.pincount == 8 || m.pincount == 14 || m.pincount == 20 || m.pincount == 28 ||
+                m.pincount == 40 || m.pincount == 64)
+        << m.pincount << " pins have no package drawing";
+    std::set<std::pair<int, int>> seen;
+    for (const PackagePin& pin : m.pins) {
+        if (pin.portcode == 0) {
+            EXPECT_EQ(pin.type, 0) << pin.caption;
+            continue;
+        }
+        const int port = pin.portcode - kPortCodeA;
+        ASSERT_TRUE(port >= 0 && port < kPortCount) << pin.caption;
+        EXPECT_TRUE(m.roles.portexists[port]) << pin.caption;
+        EXPECT_TRUE(seen.insert({port, pin.bit}).second) << pin.caption << " twice";
+        const std::string portbit = std::string("P") + static_cast<char>('A' + port) + std::to_string(pin.bit);
+        EXPECT_TRUE(pin.caption.starts_with(portbit)) << pin.caption;
+        EXPECT_EQ(pin.type, pin.adcchannel >= 0 ? 2 : 1) << pin.caption;
+        // A package pin is an input the program can read.
+        EXPECT_TRUE(facts->bits.contains("PIN" + portbit.substr(1))) << pin.caption;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AvrLibc, ShippedModel, ::testing::ValuesIn(devicenames()),
+                         [](const ::testing::TestParamInfo<std::string>& info) { return info.param; });
+
+}  // namespace
+}  // namespace velmora::test
