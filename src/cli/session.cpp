@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "core/testmachine.h"
+#include "image/hexload.h"
 #include "models/datadirectory.h"
 #include "models/modelfile.h"
 
@@ -20,6 +21,10 @@ bool equalsignorecase(const std::string& a, const std::string& b) {
         if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
             return false;
     return true;
+}
+bool hasextension(const std::string& path, const std::string& extension) {
+    if (path.size() < extension.size()) return false;
+    return equalsignorecase(path.substr(path.size() - extension.size()), extension);
 }
 }  // namespace
 
@@ -98,6 +103,17 @@ std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std:
 }
 
 bool CliSession::loadprogram(const std::string& path) {
+    if (hasextension(path, ".hex")) {
+        // As Load Program does: clear, load, and on failure leave memory clean.
+        machine_.programbytes = 0;
+        fillunprogrammed(machine_);
+        if (!hexload(machine_, path, messenger_)) {
+            machine_.programbytes = 0;
+            fillunprogrammed(machine_);
+            return false;
+        }
+        return true;
+    }
     std::ifstream file(path, std::ios::binary);
     if (!file) {
         err_ << "velmora-cli: cannot open '" << path << "'\n";
@@ -116,6 +132,7 @@ bool CliSession::loadprogram(const std::string& path) {
         return false;
     }
     loadwords(machine_, *words);
+    machine_.programbytes = static_cast<int>(words->size() * 2);
     return true;
 }
 
