@@ -1,0 +1,59 @@
+#include "ui/desktopsession.h"
+
+#include "models/corepins.h"
+#include "shell/settingnames.h"
+
+namespace velmora {
+
+DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input)
+    : settings_(settings),
+      messenger_(settings, display_),
+      input_(input ? *input : qtinput_),
+      model_(ShellServices{settings, messenger_, input_, clock_}, datadirectory),
+      pins_(makecorepins(model_.machine())),
+      window_(std::make_unique<MainWindow>(model_)) {
+    registerviews();
+    model_.optioncommands().analogdisplaychanged = [this] {
+        if (view_) view_->refreshpic(true);
+    };
+}
+
+DesktopSession::~DesktopSession() {
+    if (view_) delete view_.data();
+}
+
+MicrocontrollerViewWindow* DesktopSession::microcontrollerview() const { return view_.data(); }
+
+void DesktopSession::registerviews() {
+    for (const PackageLayout& layout : packagelayouts()) {
+        WindowActions actions;
+        actions.open = [this, layout] {
+            if (view_ && view_->windownumber() == layout.window) {
+                view_->raise();
+                view_->activateWindow();
+                return;
+            }
+            if (view_) view_->unload();
+            view_ = new MicrocontrollerViewWindow(model_, *pins_, layout.window, layout.compact);
+            QObject::connect(view_.data(), &MicrocontrollerViewWindow::analogchanged, window_.get(),
+                             [this] { window_->flush(); });
+            QObject::connect(window_.get(), &MainWindow::flushed, view_.data(),
+                             [view = view_.data()] { view->refreshpic(); });
+            window_->addtoolwindow(view_);
+            view_->show();
+        };
+        actions.unload = [this, window = layout.window] {
+            if (view_ && view_->windownumber() == window) view_->unload();
+        };
+        model_.registry().registerwindow(layout.window, actions);
+    }
+}
+
+bool DesktopSession::start() { return runstartup(model_, *window_); }
+
+void DesktopSession::loadprogram(const std::string& path) {
+    model_.loadprogramfile(path);
+    window_->flush();
+}
+
+}  // namespace velmora

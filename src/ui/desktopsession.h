@@ -1,0 +1,52 @@
+#pragma once
+// Everything the desktop program is made of, put together once: the settings, the message
+// policy with its Qt display, the dialogs, the clock, the main window model and its window,
+// and the Microcontroller View windows registered by their numbers.
+
+#include <memory>
+#include <string>
+
+#include "models/pinaccess.h"
+#include "shell/mainwindowmodel.h"
+#include "shell/messagepolicy.h"
+#include "ui/mainwindow.h"
+#include "ui/microcontrollerviewwindow.h"
+#include "ui/qtclock.h"
+#include "ui/qtmessagedisplay.h"
+#include "ui/qtuserinput.h"
+
+namespace velmora {
+
+class DesktopSession {
+public:
+    // `input` answers prompts and file dialogs; null means the desktop's own dialogs.
+    DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input = nullptr);
+    ~DesktopSession();
+
+    MainWindowModel& model() { return model_; }
+    MainWindow& window() { return *window_; }
+    QtMessageDisplay& display() { return display_; }
+    // The open view window, or null.
+    MicrocontrollerViewWindow* microcontrollerview() const;
+
+    // Start-up in its order; false when the program must end.
+    bool start();
+    // Loads a HEX file as Load Program does, as if it had been chosen in the dialog.
+    void loadprogram(const std::string& path);
+
+private:
+    void registerviews();
+
+    SettingsAccess& settings_;
+    QtMessageDisplay display_;
+    MessagePolicy messenger_;
+    QtUserInput qtinput_;
+    UserInput& input_;
+    QtClock clock_;
+    MainWindowModel model_;
+    std::unique_ptr<PinAccess> pins_;
+    std::unique_ptr<MainWindow> window_;
+    QPointer<MicrocontrollerViewWindow> view_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,149 @@
+// The main window's display fields on real model files.
+
+#include <gtest/gtest.h>
+
+#include "shell/mainwindowfields.h"
+#include "shellfixture.h"
+
+namespace velmora::test {
+namespace {
+
+int tableindex(const Machine& m, const std::string& name) {
+    for (size_t i = 0; i < m.namedregisters.size(); ++i)
+        if (m.namedregisters[i].name == name) return static_cast<int>(i);
+    return -1;
+}
+
+TEST(MainWindowFields, SramRowsStartAtTheFirstSramCell) {
+    Shell shell;
+    shell.select("ATmega32");
+    shell.m().datamem[0x60] = 0xA5;
+    const RunFields f = shell.model.fields();
+    EXPECT_EQ(f.sram[0].address, "$060");
+    EXPECT_EQ(f.sram[0].value, "A5");
+    EXPECT_EQ(f.sram[31].address, "$07F");
+    EXPECT_EQ(sramscrollmax(shell.m()), 2048 - 32);
+    EXPECT_EQ(gprprint(shell.m(), sramscrollmax(shell.m()))[31].address, "$85F") << "the last SRAM cell";
+}
+
+TEST(MainWindowFields, SramCellTextsTakeFourDigitsFrom4096) {
+    EXPECT_EQ(sramcelltext(0x100), "$100");
+    EXPECT_EQ(sramcelltext(4095), "$FFF");
+    EXPECT_EQ(sramcelltext(4096), "$1000");
+}
+
+TEST(MainWindowFields, ExtendedIoMovesTheSramAndSmallSramShowsNotAvailable) {
+    Shell shell;
+    shell.select("ATmega128");
+    EXPECT_EQ(shell.model.fields().sram[0].address, "$100");
+    shell.select("ATtiny13");  // 64 bytes of SRAM
+    const auto rows = gprprint(shell.m(), 40);
+    EXPECT_EQ(rows[23].address, "$09F");
+    EXPECT_EQ(rows[24].address, "N/A");
+    EXPECT_EQ(rows[24].value, "N/A");
+    EXPECT_EQ(rows[24].dataaddress, -1);
+    EXPECT_EQ(sramscrollmax(shell.m()), 32);
+    EXPECT_EQ(clampscroll(shell.m(), {500, 500}).sram, 32);
+}
+
+TEST(MainWindowFields, RegisterRowsWithLampsAndMaskedBits) {
+    Shell shell;
+    shell.select("ATmega32");
+    Machine& m = shell.m();
+    const int gicr = tableindex(m, "GICR");  // write mask E3: bits 4, 3 and 2 do not exist
+    ASSERT_GE(gicr, 0);
+    m.datamem[m.namedregisters[gicr].address] = 0x81;
+    const auto rows = sfrprint(m, gicr);
+    EXPECT_EQ(rows[0].text, m.namedregisters[gicr].text);
+    EXPECT_EQ(rows[0].text, "$05B   GICR");
+    EXPECT_EQ(rows[0].value, "81");
+    const std::array<Lamp, 8> expected = {Lamp::One,    Lamp::Zero,   Lamp::Zero, Lamp::Masked,
+                                          Lamp::Masked, Lamp::Masked, Lamp::Zero, Lamp::One};
+    EXPECT_EQ(rows[0].lamps, expected) << "bit 7 first, as the heading reads";
+    EXPECT_TRUE(rows[0].editable);
+    EXPECT_EQ(std::string(captions::kBitHeading), "7  6  5  4  3  2  1  0");
+}
+
+TEST(MainWindowFields, RowsBeyondTheRegisterTableAreEmpty) {
+    Shell shell;
+    shell.select("ATmega32");
+    const int count = static_cast<int>(shell.m().namedregisters.size());
+    EXPECT_EQ(registerscrollmax(shell.m()), count - 16);
+    const auto rows = sfrprint(shell.m(), count - 10);
+    EXPECT_FALSE(rows[9].text.empty());
+    EXPECT_TRUE(rows[10].text.empty());
+    EXPECT_EQ(rows[10].tableindex, -1);
+    EXPECT_FALSE(rows[10].editable);
+}
+
+TEST(MainWindowFields, HardwareStackRowsShowThreeDigitsAndNoLamps) {
+    Shell shell;
+    shell.select("ATtiny12");
+    Machine& m = shell.m();
+    const int count = static_cast<int>(m.namedregisters.size());
+    ASSERT_EQ(m.namedregisters[count - 3].text, "Stack Level 0");
+    m.hwstack[0] = 0x1A5;
+    const auto rows = sfrprint(m, count - 16);
+    EXPECT_EQ(rows[13].text, "Stack Level 0");
+    EXPECT_EQ(rows[13].value, "1A5");
+    EXPECT_FALSE(rows[13].editable);
+    EXPECT_EQ(rows[13].lamps[0], Lamp::None);
+    // Without SRAM every SRAM row says so.
+    for (const SramRow& row : shell.model.fields().sram) EXPECT_EQ(row.address, "N/A");
+}
+
+TEST(MainWindowFields, ProgramCounterAndItsLamps) {
+    Shell shell;
+    shell.select("ATmega32");
+    shell.m().pc = 0x2A5;
+    RunFields f = shell.model.fields();
+    EXPECT_EQ(f.qpc, "0002A5");
+    EXPECT_EQ(f.pclampcount, 14) << "16K words";
+    EXPECT_TRUE(f.pclamps[0]);
+    EXPECT_FALSE(f.pclamps[1]);
+    EXPECT_TRUE(f.pclamps[9]);
+    EXPECT_EQ(highestpctext(shell.m()), "003FFF");
+    shell.select("ATmega128");
+    EXPECT_EQ(shell.model.fields().pclampcount, 16) << "at most sixteen lamps";
+    EXPECT_EQ(highestpctext(shell.m()), "00FFFF");
+    shell.select("ATtiny13");
+    EXPECT_EQ(shell.model.fields().pclampcount, 9);
+}
+
+TEST(MainWindowFields, StatisticsAndRealTime) {
+    Shell shell;
+    shell.select("ATmega32");
+    shell.m().instructioncounter = 33;
+    shell.m().clockcyclecounter = 43;
+    const RunFields f = shell.model.fields();
+    EXPECT_EQ(f.qbrojinst, "33");
+    EXPECT_EQ(f.qcount, "43");
+    EXPECT_EQ(f.qrealtime, "10.75 \xC2\xB5s");
+}
+
+TEST(MainWindowFields, InstructionTextsEmptyAfterAResetUntilStart) {
+    Shell shell;
+    shell.select("ATmega32");
+    shell.loadhello();
+    EXPECT_EQ(shell.model.fields().qinstnext, "");
+    EXPECT_EQ(shell.model.fields().qinst, "");
+    shell.startpaused();
+    EXPECT_EQ(shell.model.fields().qinstnext, "LDI R17,$5F");
+    shell.model.command("menustep");
+    EXPECT_EQ(shell.model.fields().qinst, "LDI R17,$5F");
+    EXPECT_EQ(shell.model.fields().qinstnext, "OUT SPL,R17");
+}
+
+TEST(MainWindowFields, ClockAndProgramFields) {
+    Shell shell;
+    shell.select("ATmega32");
+    shell.model.options().clockfrequency = ".5";
+    EXPECT_EQ(shell.model.qclockfreq(), "0.5 MHz");
+    EXPECT_EQ(shell.model.qprocessor(), "ATmega32");
+    EXPECT_EQ(shell.model.title(), "Velmora - ATmega32");
+    shell.loadhello();
+    EXPECT_EQ(shell.model.qprogram(), hellohex());
+}
+
+}  // namespace
+}  // namespace velmora::test

@@ -1,0 +1,163 @@
+// The Options menu: switches, the "Change ..." prompts, the unprogrammed value and the
+// order of the register list.
+
+#include <gtest/gtest.h>
+
+#include "shell/optioncommands.h"
+#include "shellfixture.h"
+
+namespace velmora::test {
+namespace {
+
+class OptionsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        shell.select("ATmega32");
+        shell.model.options() = readshelloptions(shell.settings, productdata());
+    }
+    Shell shell;
+};
+
+struct ChangeCase {
+    const char* control;
+    const char* setting;
+    const char* prompt;
+    const char* low;
+    const char* high;
+    const char* range;
+};
+
+TEST_F(OptionsTest, ChangeCommandsKeepValuesInsideTheirRange) {
+    const ChangeCase cases[] = {
+        {"menuwritetime", "EEPROM Write Time", "Enter new EEPROM write time\n[us - microseconds].", "50", "20000",
+         "Allowed range 50-20000."},
+        {"menuconversiontime", "A/D Conversion Time", "Enter new A/D conversion time\n[us - microseconds].", "10",
+         "1000", "Allowed range 10-1000."},
+        {"menuuarttime", "UART Transmit/Receive Time", "Enter new UART transmit/receive time\n[us - microseconds].",
+         "50", "100000", "Allowed range 50-100000."},
+        {"menuultimaterefresh", "Ultimate Timer", "Enter new value for the Ultimate rate\nrefresh interval [ms].", "1",
+         "2000", "Allowed range 1-2000."},
+    };
+    for (const ChangeCase& c : cases) {
+        SCOPED_TRACE(c.control);
+        const std::string before = shell.settings.getsetting(c.setting, "");
+        shell.input.answers = {std::to_string(std::stoi(c.low) - 1)};
+        shell.model.command(c.control);
+        EXPECT_EQ(shell.input.prompts.back(), c.prompt);
+        EXPECT_EQ(shell.input.defaults.back(), before) << "the present value is offered";
+        EXPECT_EQ(shell.lastmessage(), c.range);
+        EXPECT_EQ(shell.settings.getsetting(c.setting, ""), before);
+        shell.input.answers = {std::to_string(std::stoi(c.high) + 1)};
+        shell.model.command(c.control);
+        EXPECT_EQ(shell.lastmessage(), c.range);
+        shell.input.answers = {c.high};
+        shell.model.command(c.control);
+        EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.high);
+        shell.input.answers = {c.low};
+        shell.model.command(c.control);
+        EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.low);
+        const size_t messages = shell.messenger.messages.size();
+        shell.input.answers = {""};
+        shell.model.command(c.control);
+        EXPECT_EQ(shell.messenger.messages.size(), messages) << "an empty answer cancels";
+        EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.low);
+    }
+}
+
+TEST_F(OptionsTest, ChangeCommandsAreRefusedWhileRunning) {
+    shell.loadhello();
+    shell.startpaused();
+    for (const char* control : {"menuclock", "menuwritetime", "menuconversiontime", "menuuarttime",
+                                "menuultimaterefresh"}) {
+        shell.model.command(control);
+        EXPECT_EQ(shell.lastmessage(), "Please stop the simulation first.") << control;
+    }
+    EXPECT_TRUE(shell.input.prompts.empty());
+}
+
+TEST_F(OptionsTest, ClockFrequencyStoredAsTypedAndShown) {
+    int changes = 0;
+    shell.model.identitychanged = [&] { ++changes; };
+    shell.input.answers = {" 7.3728 "};
+    shell.model.command("menuclock");
+    EXPECT_EQ(shell.input.prompts.back(), "Enter new clock frequency [MHz].");
+    EXPECT_EQ(shell.input.defaults.back(), "4");
+    EXPECT_EQ(shell.settings.getsetting("Clock Frequency", ""), "7.3728");
+    EXPECT_EQ(shell.model.qclockfreq(), "7.3728 MHz");
+    EXPECT_FLOAT_EQ(shell.m().clockfrequency, 7.3728f);
+    EXPECT_EQ(changes, 1);
+    shell.input.answers = {".5"};
+    shell.model.command("menuclock");
+    EXPECT_EQ(shell.model.qclockfreq(), "0.5 MHz");
+    for (const char* bad : {"", "0", "abc", "1.2.3", "-4", "4 MHz"}) {
+        shell.input.answers = {bad};
+        shell.model.command("menuclock");
+        EXPECT_EQ(shell.settings.getsetting("Clock Frequency", ""), ".5") << bad;
+    }
+}
+
+TEST(ClockText, ValidAndLenient) {
+    EXPECT_TRUE(validclocktext("16"));
+    EXPECT_TRUE(validclocktext("0.032768"));
+    EXPECT_TRUE(validclocktext("8."));
+    EXPECT_FALSE(validclocktext("."));
+    EXPECT_FALSE(validclocktext("0.0"));
+    EXPECT_FLOAT_EQ(clockmhz("20"), 20.0f);
+    EXPECT_FLOAT_EQ(clockmhz("junk"), 4.0f);
+}
+
+TEST_F(OptionsTest, UnprogrammedValueFlipsAndTakesEffectAtTheNextLoad) {
+    shell.model.command("menuunprogrammed");
+    EXPECT_EQ(shell.lastmessage(),
+              "Unprogrammed FLASH/EEPROM bit value changed to 0.\nChanges will take effect after next program load.");
+    EXPECT_EQ(shell.settings.getsetting("Unprogrammed Bit Value", ""), "0");
+    EXPECT_EQ(shell.m().progmem[100], 0xFF) << "not at once";
+    shell.loadhello();
+    EXPECT_EQ(shell.m().progmem[100], 0x00);
+    EXPECT_EQ(shell.m().eeprommem[0], 0x00);
+    shell.model.command("menuunprogrammed");
+    EXPECT_EQ(shell.settings.getsetting("Unprogrammed Bit Value", ""), "1");
+}
+
+TEST_F(OptionsTest, ListIoFirstReversesTheTableAndForgetsTheAlternativeChoice) {
+    const std::string first = shell.m().namedregisters.front().name;
+    const std::string last = shell.m().namedregisters.back().name;
+    shell.settings.putsetting("Alternative SFR List1", "3,4");
+    shell.model.command("menuiofirst");
+    EXPECT_EQ(shell.m().namedregisters.front().name, last);
+    EXPECT_EQ(shell.m().namedregisters.back().name, first);
+    EXPECT_EQ(shell.settings.getsetting("List IO First", ""), "1");
+    EXPECT_EQ(shell.settings.getsetting("Alternative SFR List1", "x"), "");
+    EXPECT_TRUE(shell.model.menustates()["menuiofirst"].checked);
+    shell.model.registry().setopen(windows::kAlternativeRegisters, true);
+    shell.model.command("menuiofirst");
+    EXPECT_EQ(shell.lastmessage(), "Please close Alternative Registers Viewer window first.");
+    EXPECT_EQ(shell.m().namedregisters.front().name, last);
+}
+
+TEST(ReverseRegisters, HardwareStackLevelsStayLast) {
+    Shell shell;
+    shell.select("ATtiny12");
+    const std::string first = shell.m().namedregisters.front().name;
+    reverseregisters(shell.m());
+    const auto& table = shell.m().namedregisters;
+    EXPECT_EQ(table[table.size() - 3].text, "Stack Level 0");
+    EXPECT_EQ(table[table.size() - 4].name, first);
+}
+
+TEST_F(OptionsTest, SwitchesWriteTheirOwnSpellingAndReachTheMachine) {
+    shell.model.command("menuinfinite");
+    EXPECT_EQ(shell.settings.getsetting("Infinite Loop Stop", ""), "ON");
+    EXPECT_TRUE(shell.m().infiniteloopstop);
+    shell.model.command("menupreserve");
+    EXPECT_TRUE(shell.m().preserveinputstates);
+    shell.model.command("menuslidermode");
+    EXPECT_EQ(shell.settings.getsetting("Analog Slider Mode", ""), "0");
+    shell.model.command("menuontop");
+    EXPECT_EQ(shell.settings.getsetting("Save Always On Top", ""), "0");
+    shell.model.command("menuconfirm");
+    EXPECT_EQ(shell.settings.getsetting("Show Confirmations", ""), "ON");
+}
+
+}  // namespace
+}  // namespace velmora::test

@@ -1,0 +1,265 @@
+// Start-up and shut-down in their order, auto start, and the Select Microcontroller window.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "shell/autostart.h"
+#include "shell/startup.h"
+#include "shellfixture.h"
+
+namespace velmora::test {
+namespace {
+
+struct RecordingHost : StartupHost {
+    bool another = false;
+    std::vector<std::string> log;
+    std::optional<PixelPoint> place;
+    PixelPoint position{120, 80};
+    bool otherinstance() override {
+        log.push_back("instance");
+        return another;
+    }
+    void applytheme(const Theme& theme) override { log.push_back("theme " + theme.name); }
+    void placewindow(std::optional<PixelPoint> p) override {
+        place = p;
+        log.push_back("place");
+    }
+    void yield() override { log.push_back("yield"); }
+    void fatal(const std::string& message) override { log.push_back("fatal " + message); }
+    void restorewindow() override { log.push_back("restore"); }
+    PixelPoint windowposition() override { return position; }
+};
+
+// Makes every window that has a number openable and records the order of opening.
+void registerall(MainWindowModel& model, std::vector<int>& opened) {
+    for (int window = 2; window < 60; ++window)
+        model.registry().registerwindow(window, {[&model, &opened, window] {
+                                                     opened.push_back(window);
+                                                     model.registry().setopen(window, true);
+                                                 },
+                                                 [&opened, window] { opened.push_back(-window); }});
+}
+
+size_t position(const std::vector<std::string>& reads, const std::string& name) {
+    return static_cast<size_t>(std::find(reads.begin(), reads.end(), name) - reads.begin());
+}
+
+TEST(Startup, ASecondInstanceEndsWithoutAWord) {
+    Shell shell;
+    RecordingHost host;
+    host.another = true;
+    EXPECT_FALSE(runstartup(shell.model, host));
+    EXPECT_EQ(host.log, std::vector<std::string>{"instance"});
+    EXPECT_TRUE(shell.settings.reads.empty());
+    EXPECT_TRUE(shell.messenger.messages.empty());
+}
+
+TEST(Startup, SettingsAreReadInTheirTableOrder) {
+    Shell shell;
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    const auto& reads = shell.settings.reads;
+    const std::vector<std::string> order = {
+        "Color Theme",       "Last Path",           "Save Positions",        "Clock Frequency",
+        "EEPROM Write Time", "A/D Conversion Time", "UART Transmit/Receive Time", "Simulation Rate",
+        "Ultimate Timer",    "Unprogrammed Bit Value", "Compact View",       "Infinite Loop Stop",
+        "Basic Program Tracking", "Show Confirmations", "Show Memory Usage", "Preserve Input States",
+        "Use Voltage For Analog Inputs", "Analog Slider Mode", "List IO First", "Save Always On Top",
+        "Microcontroller Model", "External Module 1", "External Module 5",
+    };
+    for (size_t i = 1; i < order.size(); ++i) {
+        ASSERT_LT(position(reads, order[i]), reads.size()) << order[i];
+        EXPECT_LT(position(reads, order[i - 1]), position(reads, order[i])) << order[i - 1] << " before " << order[i];
+    }
+    EXPECT_LT(position(reads, "Window1 Left"), position(reads, "Color Theme")) << "positions validated first";
+    EXPECT_EQ(shell.settings.getsetting("Microcontroller Model", ""), std::to_string(
+        shell.model.simulation().modelindex()));
+    EXPECT_EQ(shell.model.qprocessor(), "ATmega32") << "the default model";
+    EXPECT_EQ(shell.model.aboutcaption, "About Velmora");
+    EXPECT_EQ(host.log[1], "theme Original Lite");
+    ASSERT_TRUE(host.place);
+    EXPECT_EQ(host.place->x, 200) << "3000 twips";
+}
+
+TEST(Startup, TheStoredRateIsAppliedThroughItsCommand) {
+    Shell shell;
+    shell.settings.putsetting("Simulation Rate", "6");
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    EXPECT_EQ(shell.model.run().simulationrate(), 6);
+    EXPECT_TRUE(shell.model.menustates()["menuspeed6"].checked);
+}
+
+TEST(Startup, AModelIndexOutsideTheListBecomesTheLastModel) {
+    Shell shell;
+    shell.settings.putsetting("Microcontroller Model", "999");
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    const auto& models = shell.model.simulation().models().models;
+    EXPECT_EQ(shell.settings.getsetting("Microcontroller Model", ""), std::to_string(models.size()));
+    EXPECT_EQ(shell.model.qprocessor(), models.back().name);
+}
+
+TEST(Startup, NoModelFilesEndTheProgram) {
+    RecordingSettings settings;
+    RecordingMessenger messenger;
+    ScriptedInput input;
+    ScriptedClock clock;
+    MainWindowModel model(ShellServices{settings, messenger, input, clock}, "/nonexistent-velmora-data");
+    RecordingHost host;
+    EXPECT_FALSE(runstartup(model, host));
+    EXPECT_EQ(host.log.back(), "fatal No CFG files found.\nThe program will now end.");
+}
+
+TEST(Startup, AutoStartLoadsTheFileAndOpensFlaggedWindowsInOrder) {
+    Shell shell;
+    std::vector<int> opened;
+    registerall(shell.model, opened);
+    shell.settings.putsetting("Auto Start Hex File", hellohex());
+    for (const char* flag : {"Auto Start Watch", "Auto Start Led", "Auto Start Program", "Auto Start View",
+                             "Auto Start Break", "Auto Start Uart"})
+        shell.settings.putsetting(flag, "1");
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    EXPECT_EQ(shell.model.qprogram(), hellohex());
+    EXPECT_EQ(opened, (std::vector<int>{windows::kProgramMemoryEditor, packagewindow(40, true),
+                                        windows::kBreakpointsManager, windows::kLedBoard, windows::kHardwareUart,
+                                        windows::kWatchVariables}));
+    EXPECT_EQ(shell.lastmessage(), "Operation completed.\nTotal 42 (0.04K) program bytes loaded.");
+}
+
+TEST(Startup, AutoStartSkipsWindowsTheModelCannotHave) {
+    Machine m;
+    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Eeprom, m));
+    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Program, m));
+    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Uart, m));
+    Shell shell;
+    const ModelList list = modellist(productdata() + "/models");
+    const auto tiny = std::ranges::find_if(list.models, [](const ModelEntry& e) { return e.name == "ATtiny13"; });
+    ASSERT_NE(tiny, list.models.end());
+    shell.settings.putsetting("Microcontroller Model", std::to_string(tiny - list.models.begin() + 1));
+    std::vector<int> opened;
+    registerall(shell.model, opened);
+    shell.settings.putsetting("Auto Start Break", "1");  // no program is loaded
+    shell.settings.putsetting("Auto Start Uart", "1");   // the ATtiny13 has no USART
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    EXPECT_EQ(shell.model.qprocessor(), "ATtiny13");
+    EXPECT_TRUE(opened.empty());
+}
+
+TEST(Startup, AMissingAutoStartFileIsForgotten) {
+    Shell shell;
+    shell.settings.putsetting("Auto Start Hex File", "/nonexistent/velmora.hex");
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Hex File", "x"), "");
+    EXPECT_EQ(shell.model.qprogram(), "");
+}
+
+TEST(Shutdown, StoresThePositionRemembersOpenWindowsAndUnloadsThem) {
+    Shell shell;
+    std::vector<int> opened;
+    registerall(shell.model, opened);
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    shell.loadhello();
+    shell.model.registry().open(windows::kLedBoard);
+    shell.model.openmicrocontrollerview();
+    std::vector<std::string> modules;
+    ModuleHooks hooks;
+    hooks.objectterm = [&] { modules.push_back("term"); };
+    opened.clear();
+    runshutdown(shell.model, host, hooks);
+    EXPECT_EQ(host.log.back(), "restore");
+    EXPECT_EQ(shell.settings.getsetting("Window1 Left", ""), "1800");
+    EXPECT_EQ(shell.settings.getsetting("Window1 Top", ""), "1200");
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Led", ""), "1");
+    EXPECT_EQ(shell.settings.getsetting("Auto Start View", ""), "1");
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Lcd", ""), "0");
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Hex File", ""), hellohex());
+    EXPECT_EQ(opened, (std::vector<int>{-windows::kLedBoard, -packagewindow(40, true)})) << "ascending numbers";
+    EXPECT_EQ(modules, std::vector<std::string>{"term"});
+
+    // The next start brings the LED board back.
+    Shell next;
+    for (const auto& name : {"Auto Start Led", "Auto Start View", "Auto Start Hex File"})
+        next.settings.putsetting(name, shell.settings.getsetting(name, ""));
+    std::vector<int> reopened;
+    registerall(next.model, reopened);
+    RecordingHost host2;
+    ASSERT_TRUE(runstartup(next.model, host2));
+    EXPECT_EQ(reopened, (std::vector<int>{packagewindow(40, true), windows::kLedBoard}));
+}
+
+TEST(Shutdown, WithoutRememberTheFlagsStay) {
+    Shell shell;
+    std::vector<int> opened;
+    registerall(shell.model, opened);
+    shell.settings.putsetting("Auto Start Remember", "0");
+    RecordingHost host;
+    ASSERT_TRUE(runstartup(shell.model, host));
+    shell.model.registry().open(windows::kLedBoard);
+    runshutdown(shell.model, host);
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Led", ""), "0");
+}
+
+TEST(SelectMicrocontroller, RefusalsInTheirOrder) {
+    Shell shell;
+    shell.select("ATmega32");
+    WindowRegistry& registry = shell.model.registry();
+    for (int window : {windows::kAssembler, windows::kBasicCompiler, windows::kBreakpointsManager,
+                       windows::kDisassembler})
+        registry.setopen(window, true);
+    const std::vector<std::string> expected = {
+        "Please close Disassembler window first.", "Please close Breakpoints Manager window first.",
+        "Please close BASIC Compiler window first.", "Please close Assembler window first."};
+    const std::vector<int> closing = {windows::kDisassembler, windows::kBreakpointsManager, windows::kBasicCompiler,
+                                      windows::kAssembler};
+    for (size_t i = 0; i < expected.size(); ++i) {
+        shell.model.command("menuselect");
+        EXPECT_EQ(shell.lastmessage(), expected[i]);
+        registry.setopen(closing[i], false);
+    }
+    shell.loadhello();
+    shell.startpaused();
+    shell.model.command("menuselect");
+    EXPECT_EQ(shell.lastmessage(), "Please stop the simulation first.");
+}
+
+TEST(SelectMicrocontroller, ChoosingAnotherModelLoadsItAndForgetsTheAutoStartFiles) {
+    Shell shell;
+    shell.select("ATmega32");
+    std::vector<ModelOption> shown;
+    int chosen = 0;
+    const auto& list = shell.model.simulation().models().models;
+    for (size_t i = 0; i < list.size(); ++i)
+        if (list[i].name == "ATtiny2313") chosen = static_cast<int>(i) + 1;
+    shell.model.choosemodel = [&](const std::vector<ModelOption>& options) -> std::optional<int> {
+        shown = options;
+        return chosen;
+    };
+    shell.settings.putsetting("Auto Start Asm File", "x.asm");
+    std::vector<int> unloaded;
+    shell.model.registry().registerwindow(windows::kProgramMemoryEditor, {{}, [&] { unloaded.push_back(4); }});
+    shell.model.registry().setopen(windows::kProgramMemoryEditor, true);
+    shell.model.command("menuselect");
+    EXPECT_EQ(unloaded, std::vector<int>{4}) << "memory windows close before the window opens";
+    ASSERT_EQ(shown.size(), list.size());
+    const auto current = std::ranges::find_if(shown, [](const ModelOption& o) { return o.current; });
+    ASSERT_NE(current, shown.end());
+    EXPECT_EQ(current->caption.rfind("ATmega32  (", 0), 0u);
+    EXPECT_NE(current->caption.find("PINS: 40"), std::string::npos);
+    EXPECT_EQ(shell.model.qprocessor(), "ATtiny2313");
+    EXPECT_EQ(shell.settings.getsetting("Microcontroller Model", ""), std::to_string(chosen));
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Asm File", "?"), "");
+    shell.settings.putsetting("Auto Start Hex File", "y.hex");
+    shell.model.choosemodel = [](const std::vector<ModelOption>&) { return std::optional<int>(); };
+    shell.model.command("menuselect");
+    EXPECT_EQ(shell.model.qprocessor(), "ATtiny2313") << "Cancel keeps the model";
+    EXPECT_EQ(shell.settings.getsetting("Auto Start Hex File", "?"), "") << "whichever button closed it";
+}
+
+}  // namespace
+}  // namespace velmora::test

@@ -1,0 +1,81 @@
+// Writes pictures of the main window and of every Microcontroller View drawing, for a person
+// to look at: velmora/tests/ui/screenshots OUTPUT-FOLDER.
+
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+
+#include "shell/settingnames.h"
+#include "shell/settingsstore.h"
+#include "support/scriptedinput.h"
+#include "ui/desktopsession.h"
+
+namespace {
+
+using namespace velmora;
+
+bool save(QWidget* widget, const QString& folder, const QString& name) {
+    QApplication::processEvents();
+    const QString path = folder + "/" + name + ".png";
+    if (!widget->grab().save(path)) {
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+        return false;
+    }
+    std::printf("%s\n", qPrintable(path));
+    return true;
+}
+
+int modelindex(MainWindowModel& model, const std::string& name) {
+    const auto& list = model.simulation().models().models;
+    for (size_t i = 0; i < list.size(); ++i)
+        if (list[i].name == name) return static_cast<int>(i) + 1;
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    const QString folder = argc > 1 ? argv[1] : "screenshots";
+    QDir().mkpath(folder);
+    const char* settingspath = std::getenv("VELMORA_SETTINGS");
+    const std::filesystem::path file = settingspath ? settingspath : "/tmp/velmora-screenshot-settings";
+    std::filesystem::remove(file);
+    SettingsStore settings(file);
+    test::ScriptedInput input;
+    DesktopSession session(settings, VELMORA_SOURCE_DATA_DIR, &input);
+    if (!session.start()) return 1;
+    MainWindowModel& model = session.model();
+    bool ok = true;
+
+    // The main window paused a few steps into the example.
+    session.loadprogram(VELMORA_SOURCE_DATA_DIR "/examples/hello.hex");
+    session.window().runcommand("menuspeed1");
+    session.window().runcommand("menustart");
+    for (int i = 0; i < 12; ++i) session.window().runcommand("menustep");
+    session.window().flush();
+    ok = save(&session.window(), folder, "mainwindow") && ok;
+
+    // One picture per package drawing, on a model of that pin count.
+    const std::pair<int, const char*> packages[] = {{8, "ATtiny13"},  {14, "ATtiny24"}, {20, "ATtiny2313"},
+                                                    {28, "ATmega8"},  {40, "ATmega32"}, {64, "ATmega128"}};
+    session.window().runcommand("menustop");
+    for (const auto& [pins, name] : packages) {
+        model.simulation().modelselect(modelindex(model, name));
+        for (bool compact : {false, true}) {
+            if (compact && pins > 40) continue;
+            model.options().switches[settingnames::kCompactView] = compact;
+            model.openmicrocontrollerview();
+            MicrocontrollerViewWindow* view = session.microcontrollerview();
+            if (!view) return 1;
+            ok = save(view, folder, QString("view-%1%2").arg(pins).arg(compact ? "-compact" : "")) && ok;
+            view->unload();
+            QApplication::processEvents();
+        }
+    }
+    return ok ? 0 : 1;
+}
