@@ -6,13 +6,15 @@ namespace velmora {
 
 int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 int modelscommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+int disasmcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 namespace {
 void usage(std::ostream& err) {
     err << "usage: velmora-cli COMMAND [OPTIONS]\n"
            "commands:\n"
            "  models  list the microcontroller models\n"
-           "  run     run a program until it sleeps or stops\n";
+           "  run     run a program until it sleeps or stops\n"
+           "  disasm  list the program of a HEX file as instructions\n";
 }
 }  // namespace
 
@@ -24,6 +26,7 @@ int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     const std::vector<std::string> rest(args.begin() + 1, args.end());
     if (args[0] == "run") return runcommand(rest, out, err);
     if (args[0] == "models") return modelscommand(rest, out, err);
+    if (args[0] == "disasm") return disasmcommand(rest, out, err);
     usage(err);
     return kExitUsage;
 }
