@@ -2,11 +2,14 @@
 
 #include <QCoreApplication>
 #include <QThread>
-#include <QTime>
+#include <chrono>
 
 namespace velmora {
 
-double QtClock::now() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
+// A steady clock: wall-clock time of day would jump at midnight and with clock changes.
+double QtClock::now() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 void QtClock::nap() { QThread::msleep(5); }
 
