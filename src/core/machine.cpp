@@ -48,7 +48,6 @@ void clean(Machine& m) {
         if (r.address < kHwStackPseudoAddress && r.address >= 0 && r.address < m.dataspacesize)
             m.datamem[r.address] = r.reset;
     m.usart = UsartState{};
-    m.adclocked = false;
     for (auto hook : m.cleanhooks) hook(m);
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/events.h"
+#include "core/portstate.h"
 
 namespace velmora {
 
@@ -101,16 +102,20 @@ enum SideEffect : uint8_t {
     kEffectWrite = 2,
 };
 
+// Bytes sent by the USART that no front end has taken yet; when full, the oldest give way.
+inline constexpr int kUsartOutputCapacity = 256;
+
 // Byte-level USART state; -1 marks an empty place.
 struct UsartState {
     int txbuffer = -1;
     int txshift = -1;
     float txtimeleft = 0;
-    std::string txoutput;
+    // Sent bytes as a fixed ring, so sending never allocates; usarttakeoutput() empties it.
+    std::array<uint8_t, kUsartOutputCapacity> txoutput{};
+    uint16_t txoutputstart = 0, txoutputcount = 0;
     int rxshift = -1;
     float rxtime = 0;
     int rxfifo1 = -1, rxfifo2 = -1;
-    bool txenabled = false, rxenabled = false;
     int ubrrhshadow = 0;
     uint64_t lastucsrcread = 0;  // cycle of the last shadow read, 0 when none
 };
@@ -179,11 +184,20 @@ struct Machine {
 
     // --- peripheral state ---
     UsartState usart;
-    bool adclocked = false;
+    std::array<PortState, kPortCount> ports{};  // by port code minus kPortCodeA
+    std::array<AnalogState, kAdcChannelCount> analog{};
+    PinWatch pinwatch;
+    ExternalInterruptState extinterrupts;
+    AdcState adc;
+    EepromState eeprom;
+    ComparatorState comparator;
 
     // --- options the core consults ---
     bool infiniteloopstop = false;
     bool preserveinputstates = false;
+    float adconversiontime = 25.0f;  // "A/D Conversion Time" in microseconds
+    float eepromwritetime = 3400.0f;  // "EEPROM Write Time" in microseconds
+    float uarttime = 1000.0f;  // "UART Transmit/Receive Time": microseconds per USART byte
 
     // Receives the stack fault messages and the drop to Step By Step.
     MachineEvents* events = nullptr;

@@ -1,10 +1,10 @@
 #include "core/memory.h"
 
+#include "core/ports.h"
+
 namespace velmora {
 
 namespace {
-PinReadHook g_pinread = nullptr;
-
 int portindexofpin(const Machine& m, int address) {
     for (int i = 0; i < kPortCount; ++i)
         if (m.roles.portexists[i] && m.roles.pin[i] == address && address != 0) return i;
@@ -16,8 +16,6 @@ void mark(Machine& m, int address, uint8_t effect) {
     if (address > 0 && address < m.dataspacesize) m.sideeffects[address] |= effect;
 }
 }  // namespace
-
-void setpinreadhook(PinReadHook hook) { g_pinread = hook; }
 
 void marksideeffects(Machine& m) {
     m.sideeffects.assign(m.dataspacesize, kEffectNone);
@@ -39,7 +37,11 @@ uint8_t datamemreadslow(Machine& m, int address) {
     if (address < 0 || address > m.dataspacesize - 1) return 0;
     uint8_t value = m.datamem[address];
     const int port = portindexofpin(m, address);
-    if (port >= 0 && g_pinread) value = g_pinread(m, port);
+    if (port >= 0) {
+        // The pins are worked out now, so a change made between two steps is seen at once.
+        portstep(m);
+        value = m.ports[port].pinread;
+    }
     if (sharesucsrc(m) && m.roles.ucsrc > 0 && address == m.roles.ucsrc) {
         // Two reads one cycle apart give UCSRC; a single read gives the UBRRH shadow.
         if (m.usart.lastucsrcread != 0 && m.totalcycles == m.usart.lastucsrcread + 1) {
@@ -55,8 +57,8 @@ uint8_t datamemreadslow(Machine& m, int address) {
         m.usart.rxfifo2 = -1;
     }
     if (m.kinds.adcconf >= 2) {
-        if (m.roles.adcl > 0 && address == m.roles.adcl) m.adclocked = true;
-        if (m.roles.adch > 0 && address == m.roles.adch) m.adclocked = false;
+        if (m.roles.adcl > 0 && address == m.roles.adcl) m.adc.locked = true;
+        if (m.roles.adch > 0 && address == m.roles.adch) m.adc.locked = false;
     }
     return value;
 }

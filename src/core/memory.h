@@ -8,11 +8,6 @@
 
 namespace velmora {
 
-// The port phase that a PINx read runs first; filled in by the pin model.
-// Returns the pin value of port index 0..6 (A..G).
-using PinReadHook = uint8_t (*)(Machine&, int portindex);
-void setpinreadhook(PinReadHook hook);
-
 // Marks every address that needs the slow path, from the bound roles, kinds and interrupt table.
 void marksideeffects(Machine& m);
 

@@ -1,52 +1,36 @@
 #include "models/corepins.h"
 
-#include <array>
+#include "core/ports.h"
+#include "core/roleregisters.h"
 
 namespace velmora {
 
 namespace {
 
-// Levels worked out from PORTx and DDRx with input latches of its own.
-class LatchPins : public PinAccess {
+// The view's pins are the machine's own pin model: its input latches, levels and analog
+// inputs, with directions straight from DDRx.
+class CorePins : public PinAccess {
 public:
-    explicit LatchPins(Machine& m) : m_(m) {}
+    explicit CorePins(Machine& m) : m_(m) {}
 
-    void evaluate() override {}
-    uint8_t direction(int port) const override { return reg(m_.roles.ddr, port); }
-    uint8_t input(int port) const override { return valid(port) ? inputs_[port - kPortCodeA] : 0; }
-    uint8_t level(int port) const override {
-        const uint8_t ddr = direction(port);
-        return static_cast<uint8_t>((reg(m_.roles.port, port) & ddr) | (input(port) & ~ddr));
+    void evaluate() override { portstep(m_); }
+    uint8_t direction(int port) const override {
+        return portexists(m_, port) ? rolevalue(m_, m_.roles.ddr[port - kPortCodeA]) : 0;
     }
-    void toggleinput(int port, uint8_t mask) override {
-        if (valid(port)) inputs_[port - kPortCodeA] ^= mask;
-    }
-    int analoginput(int channel) const override { return inchannels(channel) ? analog_[channel] : 0; }
-    void setanaloginput(int channel, int value) override {
-        if (inchannels(channel)) analog_[channel] = value;
-    }
-    bool analogmode(int channel) const override { return inchannels(channel) && mode_[channel]; }
-    void setanalogmode(int channel, bool on) override {
-        if (inchannels(channel)) mode_[channel] = on;
-    }
+    uint8_t input(int port) const override { return getinput(m_, port); }
+    uint8_t level(int port) const override { return getlevel(m_, port); }
+    void toggleinput(int port, uint8_t mask) override { velmora::toggleinput(m_, port, mask); }
+    int analoginput(int channel) const override { return velmora::analoginput(m_, channel); }
+    void setanaloginput(int channel, int value) override { velmora::setanaloginput(m_, channel, value); }
+    bool analogmode(int channel) const override { return velmora::analogmode(m_, channel); }
+    void setanalogmode(int channel, bool on) override { velmora::setanalogmode(m_, channel, on); }
 
 private:
-    static bool valid(int port) { return port >= kPortCodeA && port < kPortCodeA + kPortCount; }
-    static bool inchannels(int channel) { return channel >= 0 && channel < kAdcChannelCount; }
-    uint8_t reg(const std::array<int, kPortCount>& addresses, int port) const {
-        if (!valid(port)) return 0;
-        const int address = addresses[port - kPortCodeA];
-        return address > 0 && address < m_.dataspacesize ? m_.datamem[address] : 0;
-    }
-
     Machine& m_;
-    std::array<uint8_t, kPortCount> inputs_{};
-    std::array<int, kAdcChannelCount> analog_{};
-    std::array<bool, kAdcChannelCount> mode_{};
 };
 
 }  // namespace
 
-std::unique_ptr<PinAccess> makecorepins(Machine& m) { return std::make_unique<LatchPins>(m); }
+std::unique_ptr<PinAccess> makecorepins(Machine& m) { return std::make_unique<CorePins>(m); }
 
 }  // namespace velmora

@@ -45,13 +45,6 @@ const char* buttoncaption(PinButton button) {
     return "";
 }
 
-std::string analogtext(int value, bool voltage) {
-    if (!voltage) return std::to_string(value);
-    const long hundredths = std::lround(value / static_cast<double>(kAnalogTop) * 500.0);
-    const long fraction = hundredths % 100;
-    return std::to_string(hundredths / 100) + "." + (fraction < 10 ? "0" : "") + std::to_string(fraction) + "V";
-}
-
 MicrocontrollerView::MicrocontrollerView(const Machine& m, PinAccess& pins) : m_(m), access_(pins) {}
 
 void MicrocontrollerView::rebuild(const PinFilters& filters) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/machine.h"
+#include "core/ports.h"
 #include "models/pinaccess.h"
 #include "models/pinnames.h"
 
@@ -38,9 +39,6 @@ struct PinShown {
     std::string leveltext;  // "ON", "OFF" or the analog value
 };
 const char* buttoncaption(PinButton button);
-
-// An analog value as shown: the number, or with voltage display "2.50V".
-std::string analogtext(int value, bool voltage);
 
 class MicrocontrollerView {
 public:

@@ -64,7 +64,7 @@ bool MainWindowModel::builtin(const std::string& control) const {
         "menuselect", "menuclock", "menuresetstatistics", "menuunprogrammed", "menuabout", "menuhelp"};
     for (const char* name : kBuiltin)
         if (control == name) return true;
-    if (findchangecommand(control)) return true;
+    if (ischangecommand(control)) return true;
     const MenuItemDef* item = findmenuitem(control);
     return item && item->kind != MenuItemKind::Command;
 }
@@ -127,8 +127,8 @@ void MainWindowModel::command(const std::string& control) {
         selectmicrocontroller();
     } else if (control == "menuclock") {
         optioncommands_.menuclock();
-    } else if (const ChangeCommandDef* change = findchangecommand(control)) {
-        optioncommands_.change(*change);
+    } else if (ischangecommand(control)) {
+        optioncommands_.change(control);
     } else if (control == "menuunprogrammed") {
         optioncommands_.menuunprogrammed();
     } else if (control == "menuresetstatistics") {

@@ -25,28 +25,19 @@ std::string trimmed(const std::string& text) {
 }
 }  // namespace
 
-const std::vector<ChangeCommandDef>& changecommands() {
-    static const std::vector<ChangeCommandDef> commands = {
-        {"menuwritetime", kEepromWriteTime, "Enter new EEPROM write time\n[us - microseconds].", 50, 20000,
-         &ShellOptions::eepromwritetime},
-        {"menuconversiontime", kAdConversionTime, "Enter new A/D conversion time\n[us - microseconds].", 10, 1000,
-         &ShellOptions::adconversiontime},
-        {"menuuarttime", kUartTime, "Enter new UART transmit/receive time\n[us - microseconds].", 50, 100000,
-         &ShellOptions::uarttime},
-        {"menuultimaterefresh", kUltimateTimer, "Enter new value for the Ultimate rate\nrefresh interval [ms].", 1,
-         2000, &ShellOptions::ultimatetimer},
-    };
-    return commands;
-}
+namespace {
+constexpr char kUltimateRefresh[] = "menuultimaterefresh";
+constexpr int32_t kUltimateLow = 1, kUltimateHigh = 2000;
 
-const ChangeCommandDef* findchangecommand(const std::string& control) {
-    for (const ChangeCommandDef& command : changecommands())
-        if (control == command.control) return &command;
+const PeripheralTime* findperipheraltime(const std::string& control) {
+    for (const PeripheralTime& time : peripheraltimes())
+        if (control == time.command) return &time;
     return nullptr;
 }
+}  // namespace
 
-std::string allowedrangetext(const ChangeCommandDef& command) {
-    return "Allowed range " + std::to_string(command.low) + "-" + std::to_string(command.high) + ".";
+bool ischangecommand(const std::string& control) {
+    return control == kUltimateRefresh || findperipheraltime(control) != nullptr;
 }
 
 void reverseregisters(Machine& m) {
@@ -108,17 +99,22 @@ void OptionCommands::menuclock() {
     notify(clockchanged);
 }
 
-void OptionCommands::change(const ChangeCommandDef& command) {
-    if (refusedwhilerunning()) return;
-    const auto answer = input_.inputbox(command.prompt, std::to_string(options_.*command.value));
-    if (!answer || trimmed(*answer).empty()) return;
-    const int64_t value = lenientdecimal(*answer);
-    if (value < command.low || value > command.high) {
-        messenger_.show(allowedrangetext(command), MessageKind::Exclamation);
+void OptionCommands::change(const std::string& control) {
+    const AskNumber ask = [this](const std::string& prompt, const std::string& current) {
+        return input_.inputbox(prompt, current);
+    };
+    if (const PeripheralTime* time = findperipheraltime(control)) {
+        if (changeperipheraltime(sim_.machine(), settings_, messenger_, *time, ask) == TimeChange::Changed)
+            notify(timingchanged);
         return;
     }
-    options_.*command.value = static_cast<int32_t>(value);
-    settings_.putsetting(command.setting, settingtext(static_cast<int32_t>(value)));
+    if (control != kUltimateRefresh) return;
+    const std::optional<int32_t> value = asknumberinrange(messenger_, ask, kUltimateRefreshPrompt,
+                                                          std::to_string(options_.ultimatetimer), kUltimateLow,
+                                                          kUltimateHigh);
+    if (!value) return;
+    options_.ultimatetimer = *value;
+    settings_.putsetting(kUltimateTimer, settingtext(*value));
     notify(timingchanged);
 }
 

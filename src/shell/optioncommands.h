@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/events.h"
+#include "core/peripheraltimes.h"
 #include "shell/shelloptions.h"
 #include "shell/simulation.h"
 #include "shell/userinput.h"
@@ -16,19 +17,9 @@ namespace velmora {
 
 inline constexpr char kCloseAlternativeFirst[] = "Please close Alternative Registers Viewer window first.";
 
-// A "Change ..." command: a number asked for, kept only when inside its range.
-struct ChangeCommandDef {
-    const char* control;
-    const char* setting;
-    const char* prompt;
-    int32_t low;
-    int32_t high;
-    int32_t ShellOptions::*value;
-};
-const std::vector<ChangeCommandDef>& changecommands();
-const ChangeCommandDef* findchangecommand(const std::string& control);
-// "Allowed range 50-20000."
-std::string allowedrangetext(const ChangeCommandDef& command);
+// The "Change ..." commands: the three peripheral times and the Ultimate refresh interval.
+bool ischangecommand(const std::string& control);
+inline constexpr char kUltimateRefreshPrompt[] = "Enter new value for the Ultimate rate\nrefresh interval [ms].";
 
 inline constexpr char kClockPrompt[] = "Enter new clock frequency [MHz].";
 
@@ -40,14 +31,15 @@ public:
     // Flips an on-off option by its menu control; false for a control that is no switch.
     bool toggle(const std::string& control);
     void menuclock();
-    void change(const ChangeCommandDef& command);
+    // A number asked for and kept only when inside its range; `control` is a change command.
+    void change(const std::string& control);
     void menuunprogrammed();
 
     // Told when something the windows show has changed.
     std::function<void()> registerorderchanged;  // the named-register table was reversed
     std::function<void()> clockchanged;
     std::function<void()> analogdisplaychanged;  // the voltage or slider option
-    std::function<void()> timingchanged;         // a peripheral time
+    std::function<void()> timingchanged;         // a peripheral time or the refresh interval
 
 private:
     void menuiofirst();

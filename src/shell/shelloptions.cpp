@@ -38,9 +38,7 @@ ShellOptions readshelloptions(SettingsAccess& settings, const std::string& progr
     o.lastpath = settings.getsetting(kLastPath, programdirectory);
     o.switches[kSavePositions] = readswitch(settings, kSavePositions);
     o.clockfrequency = readsetting(settings, kClockFrequency);
-    o.eepromwritetime = number(settings, kEepromWriteTime);
-    o.adconversiontime = number(settings, kAdConversionTime);
-    o.uarttime = number(settings, kUartTime);
+    for (const char* name : {kEepromWriteTime, kAdConversionTime, kUartTime}) readsetting(settings, name);
     o.rate = number(settings, kSimulationRate);
     o.ultimatetimer = number(settings, kUltimateTimer);
     o.unprogrammedbit = number(settings, kUnprogrammedBitValue);

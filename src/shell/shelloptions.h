@@ -14,9 +14,6 @@ namespace velmora {
 struct ShellOptions {
     std::string lastpath;
     std::string clockfrequency;  // as the user typed it
-    int32_t eepromwritetime = 3400;
-    int32_t adconversiontime = 25;
-    int32_t uarttime = 1000;
     int32_t rate = 4;
     int32_t ultimatetimer = 500;
     int32_t unprogrammedbit = 1;
@@ -26,7 +23,8 @@ struct ShellOptions {
 };
 
 // Reads "Last Path" to "Save Always On Top", each once and in order; a missing value is
-// created with its default. "Last Path" defaults to `programdirectory`.
+// created with its default. The peripheral times are read here for that order only: the
+// machine takes them when a model is loaded. "Last Path" defaults to `programdirectory`.
 ShellOptions readshelloptions(SettingsAccess& settings, const std::string& programdirectory);
 
 // The clock in MHz of a stored frequency text; 4 for text that is no positive number.

@@ -1,5 +1,7 @@
 #include "shell/simulation.h"
 
+#include "core/peripherals.h"
+#include "core/peripheraltimes.h"
 #include "image/hexload.h"
 #include "shell/settingnames.h"
 #include "shell/settingswitches.h"
@@ -10,7 +12,9 @@ namespace velmora {
 using namespace settingnames;
 
 Simulation::Simulation(Messenger& messenger, Clock& clock, SettingsAccess& settings, std::string datadirectory)
-    : settings_(settings), run_(m_, messenger, clock, settings), datadirectory_(std::move(datadirectory)) {}
+    : settings_(settings), run_(m_, messenger, clock, settings), datadirectory_(std::move(datadirectory)) {
+    run_.phases = standardphases();
+}
 
 std::string Simulation::modeldirectory() const { return datadirectory_ + "/models"; }
 
@@ -45,6 +49,8 @@ bool Simulation::modelselect(int index) {
     error_.clear();
     index_ = index;
     m_.modelname = entry.name;
+    installperipherals(m_);
+    readperipheraltimes(m_, settings_);
     clean(m_);
     if (modelchanged) modelchanged();
     return true;

@@ -53,6 +53,9 @@ TEST_F(OptionsTest, ChangeCommandsKeepValuesInsideTheirRange) {
         shell.input.answers = {c.high};
         shell.model.command(c.control);
         EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.high);
+        if (std::string(c.control) == "menuuarttime") {
+            EXPECT_EQ(shell.m().uarttime, std::stof(c.high));
+        }
         shell.input.answers = {c.low};
         shell.model.command(c.control);
         EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.low);
@@ -64,15 +67,31 @@ TEST_F(OptionsTest, ChangeCommandsKeepValuesInsideTheirRange) {
     }
 }
 
-TEST_F(OptionsTest, ChangeCommandsAreRefusedWhileRunning) {
+TEST_F(OptionsTest, OnlyClockAndEepromTimeAreRefusedWhileRunning) {
     shell.loadhello();
     shell.startpaused();
-    for (const char* control : {"menuclock", "menuwritetime", "menuconversiontime", "menuuarttime",
-                                "menuultimaterefresh"}) {
+    for (const char* control : {"menuclock", "menuwritetime"}) {
         shell.model.command(control);
         EXPECT_EQ(shell.lastmessage(), "Please stop the simulation first.") << control;
     }
     EXPECT_TRUE(shell.input.prompts.empty());
+    // The other times take effect at once, in the running machine.
+    shell.input.answers = {"200", "77", "40"};
+    shell.model.command("menuuarttime");
+    shell.model.command("menuconversiontime");
+    shell.model.command("menuultimaterefresh");
+    EXPECT_EQ(shell.input.prompts.size(), 3u);
+    EXPECT_EQ(shell.m().uarttime, 200.0f);
+    EXPECT_EQ(shell.m().adconversiontime, 77.0f);
+    EXPECT_EQ(shell.model.options().ultimatetimer, 40);
+}
+
+TEST_F(OptionsTest, StoredPeripheralTimesReachTheMachineWithTheModel) {
+    shell.settings.putsetting("UART Transmit/Receive Time", "150");
+    shell.settings.putsetting("EEPROM Write Time", "99999");  // outside its range: the default
+    shell.select("ATmega328P");
+    EXPECT_EQ(shell.m().uarttime, 150.0f);
+    EXPECT_EQ(shell.m().eepromwritetime, 3400.0f);
 }
 
 TEST_F(OptionsTest, ClockFrequencyStoredAsTypedAndShown) {

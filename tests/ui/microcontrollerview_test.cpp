@@ -100,6 +100,8 @@ private slots:
         QCOMPARE(view->view().shown()[39 - 7].button, PinButton::Analog);  // PA7 as well
         view->allanalog()->click();
         QCOMPARE(view->view().shown()[pa0].button, PinButton::Toggle);
+        // Back in digital use the pin's level drives its channel: a high input reads full scale.
+        click(view, pa0);
         click(view, pa0, Qt::RightButton);
         ui.trigger("menuusevoltage");
         QCOMPARE(level(view, pa0), std::string("5.00V"));

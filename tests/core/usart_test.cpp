@@ -1,0 +1,388 @@
+// The byte-level USART: frame time in cycles from the byte time and the clock, the status
+// flags, the receive FIFO or single buffer per register style, the shared UCSRC/UBRRH
+// address, and its interrupts through the model's table.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "core/encode.h"
+#include "core/memory.h"
+#include "core/peripherals.h"
+#include "core/usart.h"
+#include "support/simfixture.h"
+
+namespace velmora::test {
+namespace {
+
+// I/O addresses as an ATmega8 has them; the kinds that give UCSRC an address of its own
+// use the ATtiny2313 places.
+constexpr int kUbrrl = 0x09, kUcsrb = 0x0A, kUcsra = 0x0B, kUdr = 0x0C, kShared = 0x20, kOwnUcsrc = 0x03,
+              kOwnUbrrh = 0x02;
+constexpr int kRxVector = 0x10, kUdreVector = 0x20, kTxVector = 0x30;
+constexpr uint16_t kSei = 0x9478;
+
+uint16_t ldi(int d, int k) { return ri(0xE000, d, k); }
+uint16_t inc(int d) { return r1(0x9403, d); }
+
+struct UsartSim : Sim {
+    explicit UsartSim(int kind, float mhz = 4) : Sim(32768, 1024, 0) {
+        m.kinds.uartconf = kind;
+        m.clockfrequency = mhz;
+        RegisterRoles& r = m.roles;
+        r.ubrrl = kUbrrl + 32;
+        r.ucsrb = kUcsrb + 32;
+        r.ucsra = kUcsra + 32;
+        r.udr = kUdr + 32;
+        if (sharesucsrc(m)) {
+            r.ucsrc = r.ubrrh = kShared + 32;
+        } else if (!singlereceivebuffer(m)) {
+            r.ucsrc = kOwnUcsrc + 32;
+            r.ubrrh = kOwnUbrrh + 32;
+        }
+        addregister("UCSRA", r.ucsra, 0x20, 0x03);
+        addregister("UCSRB", r.ucsrb, 0x00, 0xFF);
+        addregister("UDR", r.udr, 0x00, 0xFF);
+        addregister("UBRRL", r.ubrrl, 0x00, 0xFF);
+        if (r.ucsrc) addregister("UCSRC", r.ucsrc, 0x86, 0xFF);
+        if (r.ubrrh && r.ubrrh != r.ucsrc) addregister("UBRRH", r.ubrrh, 0x00, 0x0F);
+        m.interrupttable = {{"USART_RXC", kRxVector, "", r.ucsrb, 0x80, r.ucsra, kUsartRxc, 1},
+                            {"USART_UDRE", kUdreVector, "", r.ucsrb, 0x20, r.ucsra, kUsartUdre, 1},
+                            {"USART_TXC", kTxVector, "", r.ucsrb, 0x40, r.ucsra, kUsartTxc, 1}};
+        marksideeffects(m);
+        clean(m);
+        stacktop();
+        run.phases = standardphases();
+    }
+    void addregister(const char* name, int address, uint8_t reset, uint8_t mask) {
+        m.namedregisters.push_back({name, name, address, reset});
+        m.datamask[address] = mask;
+    }
+    // Program words from address 0 and NOPs behind them up to the end of memory (16 Ki words).
+    void program(std::vector<uint16_t> words) {
+        words.resize(static_cast<size_t>(m.flashwords), kNop);
+        load(words);
+    }
+    uint8_t ucsra() const { return m.datamem[m.roles.ucsra]; }
+    void setucsrb(uint8_t v) { m.datamem[m.roles.ucsrb] = v; }
+    std::string output() {
+        uint8_t bytes[kUsartOutputCapacity];
+        const size_t n = usarttakeoutput(m, bytes, sizeof bytes);
+        return std::string(bytes, bytes + n);
+    }
+    // Steps until the condition holds after a step; the number of steps, or -1 past the limit.
+    int stepuntil(const std::function<bool()>& done, int limit = 1000000) {
+        for (int i = 1; i <= limit; ++i) {
+            step();
+            if (done()) return i;
+        }
+        return -1;
+    }
+};
+
+// A program that sends one byte and then runs NOPs (the NOP sled wraps to the start).
+std::vector<uint16_t> sendone(uint8_t byte) { return {ldi(16, byte), out(kUdr, 16)}; }
+
+TEST(Usart, FrameTimeInCyclesIsByteTimeTimesClockWhateverUbrrHolds) {
+    struct {
+        float mhz, uarttime;
+        uint8_t ubrr;
+        uint64_t cycles;
+    } cases[] = {
+        {4, 1000, 25, 4000}, {4, 1000, 207, 4000}, {16, 1000, 103, 16000},
+        {1, 50, 0, 50},      {8, 104, 51, 832},    {2, 5000, 12, 10000},
+    };
+    for (const auto& c : cases) {
+        UsartSim sim(3, c.mhz);
+        sim.m.uarttime = c.uarttime;
+        sim.m.datamem[sim.m.roles.ubrrl] = c.ubrr;
+        sim.program(sendone('A'));
+        sim.step();  // LDI
+        const uint64_t before = sim.m.totalcycles;
+        sim.step();  // OUT: the byte goes straight to the shifter
+        EXPECT_EQ(sim.m.usart.txshift, 'A');
+        EXPECT_TRUE(sim.ucsra() & kUsartUdre);
+        EXPECT_FALSE(sim.ucsra() & kUsartTxc);
+        ASSERT_GT(sim.stepuntil([&] { return sim.m.usart.txoutputcount > 0; }), 0);
+        EXPECT_EQ(sim.m.totalcycles - before, c.cycles) << c.mhz << " MHz, " << c.uarttime << " us";
+        EXPECT_TRUE(sim.ucsra() & kUsartTxc);
+        EXPECT_EQ(sim.output(), "A");
+    }
+}
+
+TEST(Usart, LongInstructionsOvershootTheFrameEnd) {
+    // OUT takes 1 cycle, then 2-cycle RJMPs: 1 + 2k >= 4000 first at k = 2000.
+    UsartSim sim(5);
+    sim.program({ldi(16, 'x'), out(kUdr, 16), rjmp(-1)});
+    sim.step();
+    const uint64_t before = sim.m.totalcycles;
+    sim.stepuntil([&] { return sim.m.usart.txoutputcount > 0; });
+    EXPECT_EQ(sim.m.totalcycles - before, 4001u);
+}
+
+TEST(Usart, SecondWriteWaitsInTheBufferAndAThirdIsLost) {
+    UsartSim sim(2);
+    sim.program({ldi(16, 'a'), ldi(17, 'b'), ldi(18, 'c'), out(kUdr, 16), out(kUdr, 17), out(kUdr, 18)});
+    sim.step(3);
+    const uint64_t before = sim.m.totalcycles;
+    sim.step();
+    EXPECT_TRUE(sim.ucsra() & kUsartUdre) << "the first byte left the buffer in its own step";
+    sim.step();
+    EXPECT_EQ(sim.m.usart.txbuffer, 'b');
+    EXPECT_FALSE(sim.ucsra() & kUsartUdre);
+    sim.step();  // UDRE clear: 'c' is dropped
+    EXPECT_EQ(sim.m.usart.txbuffer, 'b');
+    EXPECT_EQ(sim.m.datamem[sim.m.roles.udr], 0);
+    sim.stepuntil([&] { return sim.m.usart.txoutputcount > 0; });
+    EXPECT_EQ(sim.m.totalcycles - before, 4000u);
+    EXPECT_FALSE(sim.ucsra() & kUsartTxc) << "TXC waits while a byte is still buffered";
+    sim.step();  // 'b' moves to the shifter, the buffer is free again
+    EXPECT_TRUE(sim.ucsra() & kUsartUdre);
+    sim.stepuntil([&] { return sim.m.usart.txoutputcount > 1; });
+    EXPECT_EQ(sim.m.totalcycles - before, 8000u);
+    EXPECT_TRUE(sim.ucsra() & kUsartTxc);
+    EXPECT_EQ(sim.output(), "ab");
+    sim.step(10000);
+    EXPECT_EQ(sim.output(), "");
+}
+
+TEST(Usart, EnableStatesFollowTheControlBitsButDoNotGateTheTransmitter) {
+    struct {
+        int kind;
+        uint8_t ucsrb, ucsrc;
+        bool tx, rx;
+    } cases[] = {
+        {2, 0x18, 0x06, true, true},  {2, 0x08, 0x06, true, false}, {2, 0x10, 0x06, false, true},
+        {5, 0x18, 0x46, false, false}, {3, 0x18, 0xC6, false, false}, {8, 0x18, 0x86, true, true},
+        {7, 0x18, 0x00, true, true},  {6, 0x08, 0x00, true, false}, {4, 0x00, 0x06, false, false},
+    };
+    for (const auto& c : cases) {
+        UsartSim sim(c.kind);
+        sim.setucsrb(c.ucsrb);
+        if (sim.m.roles.ucsrc) sim.m.datamem[sim.m.roles.ucsrc] = c.ucsrc;
+        sim.program(sendone('!'));
+        sim.step(2);
+        EXPECT_EQ(usarttransmitterenabled(sim.m), c.tx) << "kind " << c.kind;
+        EXPECT_EQ(usartreceiverenabled(sim.m), c.rx) << "kind " << c.kind;
+        sim.step(4000);
+        EXPECT_EQ(sim.output(), "!") << "kind " << c.kind;
+    }
+}
+
+TEST(Usart, ReceivedByteArrivesWhenItsTimeIsStrictlyOver) {
+    for (int kind : {2, 3, 4, 5, 6, 7, 8}) {
+        UsartSim sim(kind);
+        sim.setucsrb(kUsartRxen);
+        sim.program({});
+        sim.step();
+        ASSERT_TRUE(usartreceiverready(sim.m));
+        ASSERT_TRUE(usartreceive(sim.m, 'R'));
+        EXPECT_FALSE(usartreceive(sim.m, 'S')) << "the shifter is busy";
+        EXPECT_FALSE(usartreceiverready(sim.m));
+        // 0.25 us per NOP: above 1000 us after 4001 of them.
+        EXPECT_EQ(sim.stepuntil([&] { return (sim.ucsra() & kUsartRxc) != 0; }), 4001) << "kind " << kind;
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'R');
+        sim.step();
+        EXPECT_FALSE(sim.ucsra() & kUsartRxc);
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 0) << "an empty FIFO reads the cell";
+    }
+}
+
+// Feeds bytes as a terminal would, whenever the shifter is free, for `steps` steps.
+void feed(UsartSim& sim, const std::string& bytes, int steps) {
+    size_t next = 0;
+    for (int i = 0; i < steps; ++i) {
+        if (next < bytes.size() && usartreceiverready(sim.m))
+            usartreceive(sim.m, static_cast<uint8_t>(bytes[next++]));
+        sim.step();
+    }
+}
+
+TEST(Usart, TwoByteFifoHoldsAThirdByteInTheShifterWithoutLoss) {
+    for (int kind : {2, 3, 4, 5, 8}) {
+        UsartSim sim(kind);
+        sim.setucsrb(kUsartRxen);
+        sim.program({});
+        feed(sim, "xyz", 20000);
+        EXPECT_EQ(sim.m.usart.rxfifo1, 'x');
+        EXPECT_EQ(sim.m.usart.rxfifo2, 'y');
+        EXPECT_EQ(sim.m.usart.rxshift, 'z') << "waits, its time running on";
+        EXPECT_FALSE(sim.ucsra() & kUsartOverrun);
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'x');
+        EXPECT_TRUE(sim.ucsra() & kUsartRxc);
+        sim.step();  // the waiting byte's time is long over: it moves up at once
+        EXPECT_EQ(sim.m.usart.rxfifo2, 'z');
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'y');
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'z');
+        sim.step();
+        EXPECT_FALSE(sim.ucsra() & kUsartRxc);
+    }
+}
+
+TEST(Usart, SingleBufferLosesAnUnreadByteAndFlagsTheOverrun) {
+    for (int kind : {6, 7}) {
+        UsartSim sim(kind);
+        sim.setucsrb(kUsartRxen);
+        sim.program({});
+        feed(sim, "pq", 9000);
+        EXPECT_EQ(sim.m.usart.rxfifo1, 'p');
+        EXPECT_EQ(sim.m.usart.rxshift, -1) << "'q' is gone";
+        EXPECT_TRUE(sim.ucsra() & kUsartOverrun);
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'p');
+        feed(sim, "r", 4100);
+        EXPECT_FALSE(sim.ucsra() & kUsartOverrun) << "a byte taken without loss clears it";
+        EXPECT_EQ(datamemread(sim.m, sim.m.roles.udr), 'r');
+    }
+}
+
+TEST(Usart, DisablingTheReceiverEmptiesItAtTheNextStep) {
+    UsartSim sim(3);
+    sim.setucsrb(kUsartRxen);
+    sim.program({});
+    feed(sim, "12", 9000);
+    ASSERT_TRUE(sim.ucsra() & kUsartRxc);
+    usartreceive(sim.m, '3');
+    sim.setucsrb(0);
+    sim.step();
+    EXPECT_FALSE(sim.ucsra() & kUsartRxc);
+    EXPECT_EQ(sim.m.usart.rxfifo1, -1);
+    EXPECT_EQ(sim.m.usart.rxfifo2, -1);
+    EXPECT_EQ(sim.m.usart.rxshift, -1);
+    EXPECT_FALSE(usartreceiverready(sim.m));
+}
+
+TEST(Usart, SharedAddressWritesTheShadowUnlessBitSevenIsSet) {
+    for (int kind : {3, 8}) {
+        UsartSim sim(kind);
+        const int address = sim.m.roles.ucsrc;
+        datamemwrite(sim.m, address, 0x7B);
+        EXPECT_EQ(sim.m.usart.ubrrhshadow, 0x0B);
+        EXPECT_EQ(sim.m.datamem[address], 0x86) << "the UCSRC cell keeps its value";
+        datamemwrite(sim.m, address, 0x8E);
+        EXPECT_EQ(sim.m.datamem[address], 0x8E);
+        EXPECT_EQ(sim.m.usart.ubrrhshadow, 0x0B);
+    }
+    UsartSim own(5);
+    datamemwrite(own.m, own.m.roles.ucsrc, 0x06);
+    EXPECT_EQ(own.m.datamem[own.m.roles.ucsrc], 0x06);
+    EXPECT_EQ(own.m.usart.ubrrhshadow, 0);
+}
+
+TEST(Usart, SharedAddressReadsUcsrcOnlyRightAfterAnotherRead) {
+    UsartSim sim(3);
+    datamemwrite(sim.m, sim.m.roles.ucsrc, 0x05);  // UBRRH
+    sim.program({in(16, kShared), in(17, kShared), in(18, kShared), kNop, in(19, kShared), kNop, in(20, kShared)});
+    sim.step(7);
+    EXPECT_EQ(sim.reg(16), 0x05);
+    EXPECT_EQ(sim.reg(17), 0x86) << "one cycle after a read: UCSRC";
+    EXPECT_EQ(sim.reg(18), 0x05) << "the pair is used up";
+    EXPECT_EQ(sim.reg(19), 0x05);
+    EXPECT_EQ(sim.reg(20), 0x05) << "two cycles apart: UBRRH again";
+}
+
+TEST(Usart, NoUsartKindsLeaveUdrPlain) {
+    for (int kind : {0, 1}) {
+        UsartSim sim(kind);
+        sim.program(sendone('N'));
+        sim.step(5000);
+        EXPECT_EQ(sim.m.datamem[sim.m.roles.udr], 'N');
+        EXPECT_EQ(sim.output(), "");
+        EXPECT_EQ(sim.ucsra(), 0x20) << "no flags driven";
+    }
+}
+
+TEST(Usart, ReceiveInterruptHandlerReadsTheByte) {
+    UsartSim sim(3);
+    std::vector<uint16_t> words = {kSei, rjmp(-1)};
+    words.resize(kRxVector, kNop);
+    words.push_back(in(20, kUdr));
+    words.push_back(kReti);
+    sim.program(words);
+    sim.setucsrb(0x80 | kUsartRxen);
+    sim.step();
+    usartreceive(sim.m, 'K');
+    ASSERT_GT(sim.stepuntil([&] { return sim.m.pc == kRxVector; }), 0);
+    EXPECT_EQ(sim.m.usart.rxfifo1, 'K');
+    EXPECT_TRUE(sim.ucsra() & kUsartRxc) << "set again by the phase of the entry step";
+    sim.step(2);
+    EXPECT_EQ(sim.reg(20), 'K');
+    EXPECT_EQ(sim.m.pc, 1);
+    EXPECT_EQ(sim.stepuntil([&] { return sim.m.pc == kRxVector; }, 10000), -1) << "no byte, no second entry";
+}
+
+TEST(Usart, DataRegisterEmptyInterruptSendsFromItsHandler) {
+    UsartSim sim(5);
+    std::vector<uint16_t> words = {ldi(16, 'U'), kSei, rjmp(-1)};
+    words.resize(kUdreVector, kNop);
+    words.push_back(out(kUdr, 16));
+    words.push_back(iobit(0x9800, kUcsrb, 5));  // CBI UCSRB,UDRIE: one byte only
+    words.push_back(kReti);
+    sim.program(words);
+    sim.setucsrb(0x20 | kUsartTxen);
+    sim.step(2);
+    sim.step();  // UDRE is set from reset: entry at once
+    EXPECT_EQ(sim.m.pc, kUdreVector);
+    sim.step(5000);
+    EXPECT_EQ(sim.output(), "U");
+}
+
+TEST(Usart, TransmitCompleteInterruptFiresOnceAndItsLatchIsCleared) {
+    UsartSim sim(7);
+    std::vector<uint16_t> words = {ldi(16, 'T'), kSei, out(kUdr, 16), rjmp(-1)};
+    words.resize(kTxVector, kNop);
+    words.push_back(inc(21));
+    words.push_back(kReti);
+    sim.program(words);
+    sim.setucsrb(0x40 | kUsartTxen);
+    sim.step(5000);
+    EXPECT_EQ(sim.reg(21), 1);
+    EXPECT_FALSE(sim.ucsra() & kUsartTxc);
+    EXPECT_EQ(sim.output(), "T");
+}
+
+TEST(Usart, WritingOneClearsTheTransmitCompleteFlag) {
+    UsartSim sim(4);
+    sim.program(sendone('c'));
+    sim.step(4100);
+    ASSERT_TRUE(sim.ucsra() & kUsartTxc);
+    datamemwrite(sim.m, sim.m.roles.ucsra, kUsartTxc);
+    EXPECT_FALSE(sim.ucsra() & kUsartTxc);
+    EXPECT_TRUE(sim.ucsra() & kUsartUdre);
+}
+
+TEST(Usart, OutputRingKeepsTheNewestBytesInOrder) {
+    UsartSim sim(2, 1);
+    sim.m.uarttime = 50;
+    sim.program({});
+    const int total = kUsartOutputCapacity + 44;
+    for (int i = 0; i < total; ++i) {
+        sim.m.usart.txbuffer = i & 0xFF;
+        sim.stepuntil([&] { return sim.m.usart.txshift < 0 && sim.m.usart.txbuffer < 0; });
+    }
+    uint8_t first[10];
+    ASSERT_EQ(usarttakeoutput(sim.m, first, sizeof first), 10u);
+    EXPECT_EQ(first[0], 44);
+    EXPECT_EQ(first[9], 53);
+    const std::string rest = sim.output();
+    ASSERT_EQ(rest.size(), static_cast<size_t>(kUsartOutputCapacity - 10));
+    EXPECT_EQ(static_cast<uint8_t>(rest.back()), (total - 1) & 0xFF);
+}
+
+TEST(Usart, CleanEmptiesEverything) {
+    UsartSim sim(3);
+    sim.setucsrb(kUsartRxen | kUsartTxen);
+    sim.program(sendone('e'));
+    feed(sim, "ab", 5000);
+    usartreceive(sim.m, 'c');
+    ASSERT_GT(sim.m.usart.txoutputcount, 0);
+    clean(sim.m);
+    EXPECT_EQ(sim.m.usart.rxshift, -1);
+    EXPECT_EQ(sim.m.usart.rxfifo1, -1);
+    EXPECT_EQ(sim.m.usart.txshift, -1);
+    EXPECT_EQ(sim.output(), "");
+    EXPECT_EQ(sim.ucsra(), 0x20);
+}
+
+}  // namespace
+}  // namespace velmora::test
