@@ -14,6 +14,7 @@ void usage(std::ostream& err) {
            "commands:\n"
            "  models  list the microcontroller models\n"
            "  run     run a program until it sleeps or stops\n"
+           "  asm     assemble a source file into its listing and HEX file\n"
            "  disasm  list the program of a HEX file as instructions\n";
 }
 }  // namespace
@@ -26,6 +27,7 @@ int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     const std::vector<std::string> rest(args.begin() + 1, args.end());
     if (args[0] == "run") return runcommand(rest, out, err);
     if (args[0] == "models") return modelscommand(rest, out, err);
+    if (args[0] == "asm") return asmcommand(rest, out, err);
     if (args[0] == "disasm") return disasmcommand(rest, out, err);
     usage(err);
     return kExitUsage;

@@ -23,5 +23,7 @@ enum RunExit {
 
 int climain(int argc, char** argv);
 int clicommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// `asm`: assembles a source file into its listing and HEX file; exit 3 when it has errors.
+int asmcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 }  // namespace velmora

@@ -1,0 +1,7 @@
+; errors
+        LDI R15,256
+DUP:    NOP
+DUP:    NOP
+        BOGUS
+        .EQU X
+        NOP

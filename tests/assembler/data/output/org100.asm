@@ -1,0 +1,2 @@
+        .ORG $100
+MAIN:   RJMP MAIN
