@@ -9,10 +9,12 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
     : settings_(settings),
       messenger_(settings, display_),
       input_(input ? *input : qtinput_),
+      asminput_(input ? *input : asmqtinput_),
       model_(ShellServices{settings, messenger_, input_, clock_}, datadirectory),
       pins_(makecorepins(model_.machine())),
       window_(std::make_unique<MainWindow>(model_)) {
     registerviews();
+    registerassembler();
     model_.optioncommands().analogdisplaychanged = [this] {
         if (view_) view_->refreshpic(true);
     };
@@ -20,6 +22,7 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
 
 DesktopSession::~DesktopSession() {
     if (view_) delete view_.data();
+    if (assembler_) delete assembler_.data();
 }
 
 MicrocontrollerViewWindow* DesktopSession::microcontrollerview() const { return view_.data(); }
@@ -47,6 +50,24 @@ void DesktopSession::registerviews() {
         };
         model_.registry().registerwindow(layout.window, actions);
     }
+}
+
+void DesktopSession::registerassembler() {
+    WindowActions actions;
+    actions.open = [this] {
+        if (assembler_) {
+            assembler_->raise();
+            assembler_->activateWindow();
+            return;
+        }
+        assembler_ = new AssemblerWindowView(model_, asminput_, clock_);
+        window_->addtoolwindow(assembler_);
+        assembler_->show();
+    };
+    actions.unload = [this] {
+        if (assembler_) assembler_->unload();
+    };
+    model_.registry().registerwindow(windows::kAssembler, actions);
 }
 
 bool DesktopSession::start() { return runstartup(model_, *window_); }

@@ -9,6 +9,7 @@
 #include "models/pinaccess.h"
 #include "shell/mainwindowmodel.h"
 #include "shell/messagepolicy.h"
+#include "ui/assemblerwindow.h"
 #include "ui/mainwindow.h"
 #include "ui/microcontrollerviewwindow.h"
 #include "ui/qtclock.h"
@@ -28,6 +29,8 @@ public:
     QtMessageDisplay& display() { return display_; }
     // The open view window, or null.
     MicrocontrollerViewWindow* microcontrollerview() const;
+    // The open Assembler window, or null.
+    AssemblerWindowView* assembler() const { return assembler_.data(); }
 
     // Start-up in its order; false when the program must end.
     bool start();
@@ -36,17 +39,21 @@ public:
 
 private:
     void registerviews();
+    void registerassembler();
 
     SettingsAccess& settings_;
     QtMessageDisplay display_;
     MessagePolicy messenger_;
     QtUserInput qtinput_;
     UserInput& input_;
+    QtAsmFileInput asmqtinput_;
+    UserInput& asminput_;  // the same dialogs, for assembler sources
     QtClock clock_;
     MainWindowModel model_;
     std::unique_ptr<PinAccess> pins_;
     std::unique_ptr<MainWindow> window_;
     QPointer<MicrocontrollerViewWindow> view_;
+    QPointer<AssemblerWindowView> assembler_;
 };
 
 }  // namespace velmora

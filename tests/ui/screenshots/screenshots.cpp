@@ -1,5 +1,5 @@
-// Writes pictures of the main window and of every Microcontroller View drawing, for a person
-// to look at: velmora/tests/ui/screenshots OUTPUT-FOLDER.
+// Writes pictures of the main window, of every Microcontroller View drawing and of the
+// Assembler window, for a person to look at: velmora/tests/ui/screenshots OUTPUT-FOLDER.
 
 #include <QApplication>
 #include <QDir>
@@ -77,5 +77,30 @@ int main(int argc, char* argv[]) {
             QApplication::processEvents();
         }
     }
+
+    // The Assembler window after a run with one error: the coloured source with its mark, the
+    // listing scrolled to the error row, and Go To Next Error in the menu bar.
+    model.simulation().modelselect(modelindex(model, "ATmega32"));
+    const std::filesystem::path asmfolder = std::filesystem::temp_directory_path() / "velmora-screenshot-asm";
+    std::filesystem::create_directories(asmfolder);
+    input.savepath = (asmfolder / "blink.asm").string();
+    session.window().runcommand("menuassembler");
+    AssemblerWindowView* assembler = session.assembler();
+    if (!assembler) return 1;
+    assembler->sourceeditor()->setPlainText(
+        "; Blink PORTB with a delay loop\n"
+        ".equ DELAY = 200\n"
+        "START:  ldi r16,$FF\n"
+        "        out DDRB,r16\n"
+        "LOOP:   com r17\n"
+        "        out PORTB,r17\n"
+        "        ldi r18,DELAY\n"
+        "WAIT:   dec r18\n"
+        "        brne WAIT\n"
+        "        ldi r19,300      ; out of range\n"
+        "        rjmp LOOP\n");
+    assembler->runcommand("menuassemble");
+    ok = save(assembler, folder, "assembler") && ok;
+    std::filesystem::remove_all(asmfolder);
     return ok ? 0 : 1;
 }

@@ -1,0 +1,72 @@
+#pragma once
+// The Assembler window: a source editor over a read-only listing viewer with a divider
+// between them, the status frame of a run, and the window's menus. It draws the
+// AssemblerWindow model and hands every menu choice to it.
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QWidget>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "shell/assemblerwindow.h"
+#include "ui/asmcodeeditor.h"
+#include "ui/asmhighlighter.h"
+#include "ui/qtuserinput.h"
+
+namespace velmora {
+
+// The desktop's file dialogs, for assembler sources.
+class QtAsmFileInput : public QtUserInput {
+public:
+    std::string openfile(const std::string& folder) override;
+    std::string savefile(const std::string& folder) override;
+};
+
+class AssemblerWindowView : public QWidget {
+    Q_OBJECT
+public:
+    AssemblerWindowView(MainWindowModel& main, UserInput& input, Clock& clock, QWidget* parent = nullptr);
+    ~AssemblerWindowView() override;
+
+    AssemblerWindow& model() { return model_; }
+    AsmCodeEditor* sourceeditor() const { return source_; }
+    AsmCodeEditor* listingviewer() const { return listing_; }
+    QGroupBox* frame() const { return frame_; }
+    QAction* action(const std::string& control) const;
+    // Runs a menu command as if chosen.
+    void runcommand(const std::string& control);
+    // Closes the window for good, saving its place.
+    void unload();
+    // Where Print writes its PDF; a file dialog when not set.
+    std::function<QString()> choosepdf;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildmenus(QMenuBar* bar);
+    void pull();
+    void draw();
+    void drawstatus();
+    bool printpdf(const AsmPrintJob& job);
+
+    AssemblerWindow model_;
+    MainWindowModel& main_;
+    AsmCodeEditor* source_;
+    AsmCodeEditor* listing_;
+    QSplitter* divider_;
+    QGroupBox* frame_;
+    QLabel* label1_;
+    QLabel* label2_;
+    std::map<std::string, QAction*> actions_;
+    std::vector<QMenu*> menus_;
+    std::unique_ptr<AsmHighlighter> sourcecolours_, listingcolours_;
+    bool unloaded_ = false;
+    bool undoable_ = false;  // the running command edits the source text in place
+};
+
+}  // namespace velmora
