@@ -32,6 +32,7 @@ ParsedArgs parseargs(const std::vector<std::string>& args, const std::vector<std
             return parsed;
         }
         parsed.options[a].push_back(args[++i]);
+        parsed.ordered.emplace_back(a, args[i]);
     }
     return parsed;
 }

@@ -4,12 +4,14 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
 
 struct ParsedArgs {
     std::map<std::string, std::vector<std::string>> options;  // "--name" -> values in order
+    std::vector<std::pair<std::string, std::string>> ordered;  // valued options as given, across names
     std::vector<std::string> positional;
     std::string error;
 

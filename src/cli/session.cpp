@@ -7,6 +7,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "core/peripherals.h"
 #include "core/testmachine.h"
 #include "image/hexload.h"
 #include "models/datadirectory.h"
@@ -28,7 +29,10 @@ bool hasextension(const std::string& path, const std::string& extension) {
 }
 }  // namespace
 
-void StreamMessenger::show(const std::string& text, MessageKind) { out_ << text << "\n"; }
+void StreamMessenger::show(const std::string& text, MessageKind) {
+    if (flushfirst) flushfirst->flush();
+    out_ << text << "\n";
+}
 
 double SteadyClock::now() {
     using namespace std::chrono;
@@ -65,6 +69,8 @@ bool CliSession::selectmodel(const std::optional<std::string>& name) {
         return false;
     }
     machine_.modelname = list.models[index].name;
+    installperipherals(machine_);
+    run_->phases = standardphases();
     return true;
 }
 

@@ -18,6 +18,8 @@ class StreamMessenger : public Messenger {
 public:
     explicit StreamMessenger(std::ostream& out) : out_(out) {}
     void show(const std::string& text, MessageKind kind) override;
+    // A stream flushed before each message, so program output and messages keep their order.
+    std::ostream* flushfirst = nullptr;
 
 private:
     std::ostream& out_;
@@ -36,9 +38,10 @@ public:
     Machine& machine() { return machine_; }
     RunControl& runcontrol() { return *run_; }
     SettingsAccess& settings() { return settings_; }
+    StreamMessenger& messenger() { return messenger_; }
 
-    // Loads the named model (case-insensitive display name, or the default one);
-    // false after printing why not.
+    // Loads the named model (case-insensitive display name, or the default one) and sets up
+    // its on-chip peripherals; false after printing why not.
     bool selectmodel(const std::optional<std::string>& name);
     // Sets the clock in MHz from text; false for a value that is not a positive number.
     bool setclock(const std::string& text);

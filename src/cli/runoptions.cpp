@@ -1,0 +1,237 @@
+#include "cli/runoptions.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+
+#include "cli/options.h"
+#include "core/peripheraltimes.h"
+
+namespace velmora {
+
+namespace {
+
+int hexdigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+// Splits "BODY@CYCLE" into the body and the cycle (0 without "@").
+bool splitcycle(const std::string& text, std::string& body, uint64_t& cycle) {
+    const size_t at = text.find('@');
+    body = text.substr(0, at);
+    cycle = 0;
+    if (at == std::string::npos) return true;
+    const auto parsed = parsedecimal(text.substr(at + 1));
+    if (!parsed) return false;
+    cycle = *parsed;
+    return true;
+}
+
+// Word addresses as the listings show them: hexadecimal, with or without "$" or "0x".
+std::optional<int32_t> parsewordaddress(std::string text) {
+    if (!text.empty() && text[0] == '$') text.erase(0, 1);
+    else if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.erase(0, 2);
+    if (text.empty() || text.size() > 6) return std::nullopt;
+    uint32_t value = 0;
+    for (char c : text) {
+        const int d = hexdigit(c);
+        if (d < 0) return std::nullopt;
+        value = value * 16 + static_cast<uint32_t>(d);
+    }
+    if (value > 0x3FFFFF) return std::nullopt;
+    return static_cast<int32_t>(value);
+}
+
+}  // namespace
+
+std::optional<uint64_t> parsedecimal(const std::string& text) {
+    if (text.empty() || text.size() > 19) return std::nullopt;
+    uint64_t value = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') return std::nullopt;
+        value = value * 10 + static_cast<uint64_t>(c - '0');
+    }
+    return value;
+}
+
+std::optional<std::string> unescape(const std::string& text, std::string& error) {
+    std::string bytes;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\') {
+            bytes += text[i];
+            continue;
+        }
+        if (++i >= text.size()) {
+            error = "a lone \\ at the end";
+            return std::nullopt;
+        }
+        switch (text[i]) {
+        case 'n': bytes += '\n'; break;
+        case 'r': bytes += '\r'; break;
+        case 't': bytes += '\t'; break;
+        case '0': bytes += '\0'; break;
+        case '\\': bytes += '\\'; break;
+        case 'x': {
+            int value = 0, digits = 0;
+            while (digits < 2 && i + 1 < text.size() && hexdigit(text[i + 1]) >= 0) {
+                value = value * 16 + hexdigit(text[++i]);
+                ++digits;
+            }
+            if (digits == 0) {
+                error = "\\x needs one or two hexadecimal digits";
+                return std::nullopt;
+            }
+            bytes += static_cast<char>(value);
+            break;
+        }
+        default:
+            error = std::string("unknown escape \\") + text[i] + " (known: \\n \\r \\t \\0 \\\\ \\xHH)";
+            return std::nullopt;
+        }
+    }
+    return bytes;
+}
+
+std::optional<ScheduledInput> parsepininput(const std::string& text, std::string& error) {
+    error = "--pin '" + text + "': expected PORTx.BIT=0|1[@CYCLE], for example PORTB.0=1@1000";
+    std::string body;
+    ScheduledInput input;
+    input.text = text;
+    if (!splitcycle(text, body, input.cycle)) return std::nullopt;
+    // PORTx.b=v: exactly nine characters.
+    if (body.size() != 9 || body[5] != '.' || body[7] != '=') return std::nullopt;
+    std::string prefix = body.substr(0, 4);
+    std::transform(prefix.begin(), prefix.end(), prefix.begin(), [](unsigned char c) { return std::toupper(c); });
+    const char port = static_cast<char>(std::toupper(static_cast<unsigned char>(body[4])));
+    if (prefix != "PORT" || port < 'A' || port > 'G') return std::nullopt;
+    if (body[6] < '0' || body[6] > '7' || (body[8] != '0' && body[8] != '1')) return std::nullopt;
+    input.kind = ScheduledInput::Kind::Pin;
+    input.portcode = 5 + (port - 'A');
+    input.bit = body[6] - '0';
+    input.value = body[8] - '0';
+    error.clear();
+    return input;
+}
+
+std::optional<ScheduledInput> parseanaloginput(const std::string& text, std::string& error) {
+    error = "--analog '" + text + "': expected CHANNEL=VALUE[@CYCLE] with CHANNEL 0-15 and VALUE 0-1023, "
+            "for example 3=512@1000";
+    std::string body;
+    ScheduledInput input;
+    input.text = text;
+    if (!splitcycle(text, body, input.cycle)) return std::nullopt;
+    const size_t equals = body.find('=');
+    if (equals == std::string::npos) return std::nullopt;
+    const auto channel = parsedecimal(body.substr(0, equals));
+    const auto value = parsedecimal(body.substr(equals + 1));
+    if (!channel || !value || *channel > 15 || *value > 1023) return std::nullopt;
+    input.kind = ScheduledInput::Kind::Analog;
+    input.channel = static_cast<int>(*channel);
+    input.value = static_cast<int>(*value);
+    error.clear();
+    return input;
+}
+
+const char* runusage() {
+    return "usage: velmora-cli run [OPTIONS] FILE\n"
+           "Runs FILE (Intel HEX if it ends in .hex, else a text file of hexadecimal words, ';' for\n"
+           "comments) on the simulated microcontroller until it sleeps or stops. Every byte the USART\n"
+           "sends is written to stdout as it is sent, unchanged; messages go to stderr.\n"
+           "options:\n"
+           "  --model NAME            microcontroller model ('velmora-cli models' lists them)\n"
+           "  --clock MHZ             clock frequency in MHz (default 4)\n"
+           "  --max-cycles N          stop once N clock cycles have passed\n"
+           "  --max-instructions N    stop once N instructions have run\n"
+           "  --break ADDRESS         stop when PC reaches this hexadecimal word address (repeatable)\n"
+           "  --infinite-loop-stop    stop at a jump to itself\n"
+           "  --uart-in TEXT          bytes for the USART receiver; escapes \\n \\r \\t \\0 \\\\ \\xHH\n"
+           "  --uart-in-file PATH     the bytes of a file for the USART receiver\n"
+           "                          (both repeatable; the bytes queue up in command-line order and\n"
+           "                          enter the receiver one by one while it is enabled and free)\n"
+           "  --uart-time US          time of one USART byte either way in microseconds, 50-100000\n"
+           "                          (default 1000)\n"
+           "  --pin PORTx.BIT=0|1[@CYCLE]\n"
+           "                          drive an input pin from the given clock cycle on (default 0);\n"
+           "                          repeatable, e.g. --pin PORTD.2=0@5000\n"
+           "  --analog CH=VALUE[@CYCLE]\n"
+           "                          put ADC channel CH (0-15) in analog mode with VALUE (0-1023)\n"
+           "                          from the given clock cycle on; repeatable\n"
+           "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
+           "                          and the EEPROM rows that are not erased\n"
+           "  --help                  this text\n"
+           "Inputs act between two instructions, at the first one that ends at or after CYCLE.\n"
+           "exit codes: 0 SLEEP, 2 usage error, 3 input file or model error, 4 unrecognized\n"
+           "instruction, 5 ran off the end of program memory, 6 infinite loop, 7 cycle or instruction\n"
+           "limit, 8 breakpoint, 9 stopped otherwise (BREAK, stack fault)\n";
+}
+
+std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error) {
+    const ParsedArgs parsed =
+        parseargs(args,
+                  {"--model", "--clock", "--max-cycles", "--max-instructions", "--break", "--uart-in",
+                   "--uart-in-file", "--uart-time", "--pin", "--analog"},
+                  {"--dump", "--infinite-loop-stop", "--help"});
+    if (!parsed.error.empty()) {
+        error = parsed.error;
+        return std::nullopt;
+    }
+    RunOptions o;
+    o.help = parsed.has("--help");
+    if (o.help) return o;
+    if (parsed.positional.size() != 1) {
+        error = parsed.positional.empty() ? "no program file given" : "more than one program file given";
+        return std::nullopt;
+    }
+    o.file = parsed.positional[0];
+    o.model = parsed.value("--model");
+    o.clock = parsed.value("--clock");
+    o.dump = parsed.has("--dump");
+    o.infiniteloopstop = parsed.has("--infinite-loop-stop");
+    for (const auto& [name, value] : parsed.ordered) {
+        if (name == "--max-cycles" || name == "--max-instructions") {
+            const auto count = parsedecimal(value);
+            if (!count) {
+                error = name + " '" + value + "' is not a count";
+                return std::nullopt;
+            }
+            (name == "--max-cycles" ? o.maxcycles : o.maxinstructions) = *count;
+        } else if (name == "--break") {
+            const auto address = parsewordaddress(value);
+            if (!address) {
+                error = "--break '" + value + "' is not a hexadecimal word address";
+                return std::nullopt;
+            }
+            o.breakpoints.push_back(*address);
+        } else if (name == "--uart-in") {
+            std::string why;
+            const auto bytes = unescape(value, why);
+            if (!bytes) {
+                error = "--uart-in '" + value + "': " + why;
+                return std::nullopt;
+            }
+            o.uartin.push_back({false, *bytes});
+        } else if (name == "--uart-in-file") {
+            o.uartin.push_back({true, value});
+        } else if (name == "--uart-time") {
+            const PeripheralTime& range = uarttime();
+            const auto us = parsedecimal(value);
+            if (!us || *us < static_cast<uint64_t>(range.low) || *us > static_cast<uint64_t>(range.high)) {
+                error = "--uart-time '" + value + "': " + allowedrange(range);
+                return std::nullopt;
+            }
+            o.uarttime = static_cast<float>(*us);
+        } else if (name == "--pin" || name == "--analog") {
+            const auto input = name == "--pin" ? parsepininput(value, error) : parseanaloginput(value, error);
+            if (!input) return std::nullopt;
+            o.inputs.push_back(*input);
+        }
+    }
+    std::stable_sort(o.inputs.begin(), o.inputs.end(),
+                     [](const ScheduledInput& a, const ScheduledInput& b) { return a.cycle < b.cycle; });
+    return o;
+}
+
+}  // namespace velmora

@@ -1,0 +1,58 @@
+#pragma once
+// The options of `velmora-cli run`, read and checked before anything is loaded, so a bad
+// option is a usage error with a message that says what was expected.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+// An input applied between steps once totalcycles reaches `cycle`.
+struct ScheduledInput {
+    enum class Kind { Pin, Analog } kind = Kind::Pin;
+    uint64_t cycle = 0;
+    int portcode = 0;  // Pin: 5..11 for ports A..G
+    int bit = 0;       // Pin: 0..7
+    int channel = 0;   // Analog: 0..15
+    int value = 0;     // Pin: 0 or 1; Analog: 0..1023
+    std::string text;  // the option as given, for messages
+};
+
+// Where the USART receiver's bytes come from, in command-line order.
+struct UartSource {
+    bool isfile = false;
+    std::string text;  // the bytes themselves, or the file's path
+};
+
+struct RunOptions {
+    std::string file;
+    std::optional<std::string> model;
+    std::optional<std::string> clock;
+    uint64_t maxcycles = 0, maxinstructions = 0;  // 0: no limit
+    std::vector<int32_t> breakpoints;              // word addresses
+    bool infiniteloopstop = false;
+    bool dump = false;
+    bool help = false;
+    std::optional<float> uarttime;  // microseconds per byte
+    std::vector<UartSource> uartin;
+    std::vector<ScheduledInput> inputs;  // sorted by cycle, command-line order within a cycle
+};
+
+// Reads the arguments after "run". On failure returns nothing and sets `error`.
+std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error);
+
+// The usage and help text of `run`.
+const char* runusage();
+
+// The pieces, for tests and for messages.
+std::optional<uint64_t> parsedecimal(const std::string& text);
+// C-style escapes: \n \r \t \0 \\ \xH or \xHH; anything else after a backslash is an error.
+std::optional<std::string> unescape(const std::string& text, std::string& error);
+// "PORTB.0=1" or "PORTB.0=1@CYCLE".
+std::optional<ScheduledInput> parsepininput(const std::string& text, std::string& error);
+// "CH=VALUE" or "CH=VALUE@CYCLE".
+std::optional<ScheduledInput> parseanaloginput(const std::string& text, std::string& error);
+
+}  // namespace velmora

@@ -1,0 +1,14 @@
+#pragma once
+// The final state that `run --dump` prints.
+
+#include <iosfwd>
+
+#include "core/machine.h"
+
+namespace velmora {
+
+// R0-R31, SREG, SP, PC, every named register of the model with its value (hardware stack
+// levels as four digits), and the EEPROM rows that are not erased.
+void dumpstate(const Machine& m, std::ostream& out);
+
+}  // namespace velmora

@@ -1,0 +1,189 @@
+// velmora-cli run: reading the options for the USART, pins and analog inputs, and the
+// usage errors that bad ones give.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cli/commands.h"
+#include "cli/runoptions.h"
+#include "support/tempfolder.h"
+
+namespace velmora {
+namespace {
+
+TEST(RunOptions, EscapesOfUartText) {
+    struct {
+        const char* text;
+        std::string bytes;
+    } cases[] = {
+        {"plain", "plain"},
+        {"a\\nb\\r", "a\nb\r"},
+        {"\\t\\\\", "\t\\"},
+        {"\\x41\\x4a", "AJ"},
+        {"\\x4", "\x04"},
+        {"\\x4g", "\x04g"},
+        {"\\x414", "A4"},
+        {"\\xFF\\0", std::string("\xFF\0", 2)},
+        {"", ""},
+    };
+    for (const auto& c : cases) {
+        std::string error;
+        const auto bytes = unescape(c.text, error);
+        ASSERT_TRUE(bytes) << c.text << ": " << error;
+        EXPECT_EQ(*bytes, c.bytes) << c.text;
+    }
+    for (const char* bad : {"\\", "ab\\", "\\q", "\\x", "\\xg1", "\\N"}) {
+        std::string error;
+        EXPECT_FALSE(unescape(bad, error)) << bad;
+        EXPECT_FALSE(error.empty()) << bad;
+    }
+}
+
+TEST(RunOptions, PinInputs) {
+    struct {
+        const char* text;
+        int portcode, bit, value;
+        uint64_t cycle;
+    } cases[] = {
+        {"PORTB.0=1", 6, 0, 1, 0},
+        {"portd.7=0@123", 8, 7, 0, 123},
+        {"PORTA.3=1@0", 5, 3, 1, 0},
+        {"PORTG.5=0@18446744073", 11, 5, 0, 18446744073ull},
+    };
+    for (const auto& c : cases) {
+        std::string error;
+        const auto input = parsepininput(c.text, error);
+        ASSERT_TRUE(input) << c.text;
+        EXPECT_EQ(input->kind, ScheduledInput::Kind::Pin);
+        EXPECT_EQ(input->portcode, c.portcode) << c.text;
+        EXPECT_EQ(input->bit, c.bit) << c.text;
+        EXPECT_EQ(input->value, c.value) << c.text;
+        EXPECT_EQ(input->cycle, c.cycle) << c.text;
+    }
+    for (const char* bad : {"PORTB.8=1", "PORTH.0=1", "PORTB.0=2", "PORTB.0=1@", "PORTB.0=1@-5", "PORTB.0=1@1e3",
+                            "PORTB0=1", "PINB.0=1", "PORTB.0", "PORTB.01=1", "PORTB.0=1@5@6", ""}) {
+        std::string error;
+        EXPECT_FALSE(parsepininput(bad, error)) << bad;
+        EXPECT_NE(error.find("PORTx.BIT=0|1[@CYCLE]"), std::string::npos) << error;
+    }
+}
+
+TEST(RunOptions, AnalogInputs) {
+    struct {
+        const char* text;
+        int channel, value;
+        uint64_t cycle;
+    } cases[] = {{"3=512@1000", 3, 512, 1000}, {"15=1023", 15, 1023, 0}, {"0=0@0", 0, 0, 0}};
+    for (const auto& c : cases) {
+        std::string error;
+        const auto input = parseanaloginput(c.text, error);
+        ASSERT_TRUE(input) << c.text;
+        EXPECT_EQ(input->kind, ScheduledInput::Kind::Analog);
+        EXPECT_EQ(input->channel, c.channel);
+        EXPECT_EQ(input->value, c.value);
+        EXPECT_EQ(input->cycle, c.cycle);
+    }
+    for (const char* bad : {"16=1", "3=1024", "=5", "3=", "a=1", "3=5@x", "3", "-1=5", "3=-5"}) {
+        std::string error;
+        EXPECT_FALSE(parseanaloginput(bad, error)) << bad;
+        EXPECT_NE(error.find("CHANNEL=VALUE"), std::string::npos) << error;
+    }
+}
+
+TEST(RunOptions, InputsRunInCycleOrderAndUartSourcesInCommandLineOrder) {
+    std::string error;
+    const auto options = parserunoptions({"--pin", "PORTB.1=1@50", "--uart-in", "a", "--analog", "2=9@10",
+                                          "prog.hex", "--uart-in-file", "f.bin", "--pin", "PORTB.2=0@10",
+                                          "--uart-in", "\\x62"},
+                                         error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_EQ(options->file, "prog.hex");
+    ASSERT_EQ(options->inputs.size(), 3u);
+    EXPECT_EQ(options->inputs[0].text, "2=9@10");
+    EXPECT_EQ(options->inputs[1].text, "PORTB.2=0@10");
+    EXPECT_EQ(options->inputs[2].text, "PORTB.1=1@50");
+    ASSERT_EQ(options->uartin.size(), 3u);
+    EXPECT_FALSE(options->uartin[0].isfile);
+    EXPECT_EQ(options->uartin[0].text, "a");
+    EXPECT_TRUE(options->uartin[1].isfile);
+    EXPECT_EQ(options->uartin[1].text, "f.bin");
+    EXPECT_EQ(options->uartin[2].text, "b");
+}
+
+TEST(RunOptions, CountsAndAddresses) {
+    std::string error;
+    const auto options = parserunoptions(
+        {"--max-cycles", "12345", "--max-instructions", "7", "--break", "$1F", "--break", "0x20", "--break", "21",
+         "--uart-time", "50", "x.words"},
+        error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_EQ(options->maxcycles, 12345u);
+    EXPECT_EQ(options->maxinstructions, 7u);
+    EXPECT_EQ(options->breakpoints, (std::vector<int32_t>{0x1F, 0x20, 0x21}));
+    ASSERT_TRUE(options->uarttime);
+    EXPECT_EQ(*options->uarttime, 50.0f);
+    for (std::vector<std::string> bad : std::vector<std::vector<std::string>>{
+             {"--max-cycles", "+5", "x"}, {"--break", "$", "x"}, {"--break", "12G", "x"},
+             {"--uart-time", "49", "x"}, {"--uart-time", "100001", "x"}, {"x", "y"}, {}}) {
+        EXPECT_FALSE(parserunoptions(bad, error)) << bad.size();
+        EXPECT_FALSE(error.empty());
+    }
+}
+
+struct Result {
+    int code;
+    std::string out, err;
+};
+
+Result run(std::vector<std::string> args) {
+    std::ostringstream out, err;
+    const int code = clicommand(args, out, err);
+    return {code, out.str(), err.str()};
+}
+
+const std::string kEcho = std::string(VELMORA_TEST_DATA_DIR) + "/echo-atmega8.hex";
+
+TEST(RunOptions, BadInputOptionsAreUsageErrorsThatSayWhy) {
+    struct {
+        std::vector<std::string> options;
+        const char* message;
+    } cases[] = {
+        {{"--pin", "PORTB.9=1"}, "expected PORTx.BIT=0|1[@CYCLE]"},
+        {{"--analog", "3=2000"}, "VALUE 0-1023"},
+        {{"--uart-in", "ab\\q"}, "unknown escape \\q"},
+        {{"--uart-time", "10"}, "50-100000"},
+        {{"--model", "ATmega8", "--pin", "PORTA.0=1"}, "ATmega8 has no PORTA"},
+        {{"--model", "ATmega8", "--analog", "6=100"}, "ATmega8 has no analog channel 6"},
+        {{"--model", "ATtiny13", "--uart-in", "x"}, "ATtiny13 has no USART"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> args = {"run"};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        args.push_back(kEcho);
+        const Result r = run(args);
+        EXPECT_EQ(r.code, kExitUsage) << c.message;
+        EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
+    }
+}
+
+TEST(RunOptions, UnreadableUartFileIsAnInputError) {
+    test::TempFolder folder;
+    const Result r = run({"run", "--model", "ATmega8", "--uart-in-file", (folder / "missing.bin").string(), kEcho});
+    EXPECT_EQ(r.code, kExitInputError);
+    EXPECT_NE(r.err.find("missing.bin"), std::string::npos);
+    EXPECT_EQ(run({"run", "--model", "ATmega8", "--uart-in-file", folder.path().string(), kEcho}).code,
+              kExitInputError);
+}
+
+TEST(RunOptions, HelpListsEveryOption) {
+    const Result r = run({"run", "--help"});
+    EXPECT_EQ(r.code, 0);
+    for (const char* option : {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
+                               "--infinite-loop-stop", "--uart-in ", "--uart-in-file", "--uart-time", "--pin",
+                               "--analog", "--dump", "exit codes"})
+        EXPECT_NE(r.out.find(option), std::string::npos) << option;
+}
+
+}  // namespace
+}  // namespace velmora
