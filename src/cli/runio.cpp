@@ -8,11 +8,6 @@
 
 namespace velmora {
 
-namespace {
-// The Hardware UART window's place among the window refreshes; the runner stands in for it.
-constexpr int kUartWindowOrder = 5;
-}  // namespace
-
 std::string checkinputs(const Machine& m, const std::vector<ScheduledInput>& inputs, bool hasuartinput) {
     for (const ScheduledInput& input : inputs) {
         if (input.kind == ScheduledInput::Kind::Pin && !portexists(m, input.portcode))
@@ -31,12 +26,14 @@ RunIo::RunIo(Machine& m, std::ostream& out, std::vector<ScheduledInput> inputs, 
 
 void RunIo::attach(RunControl& run) {
     run.objectinit = [this] { betweensteps(); };
-    if (inputs_.empty() && !hasusart(m_)) return;  // nothing can happen between steps
-    run.addhook(HookSlot::Window, kUartWindowOrder, [this](RunControl&) { betweensteps(); });
+    // The machine asks for a turn when the USART sent a byte or may take one, when the program
+    // wrote a peripheral register, and at the cycle of the next scheduled input.
+    run.onattention = [this] { betweensteps(); };
 }
 
 void RunIo::betweensteps() {
     if (nextinput_ < inputs_.size() && inputs_[nextinput_].cycle <= m_.totalcycles) applydue();
+    m_.attentioncycle = nextinput_ < inputs_.size() ? inputs_[nextinput_].cycle : UINT64_MAX;
     // A terminal sends the next byte once the receiver is enabled and has taken the last one.
     if (uartnext_ < uartinput_.size() && usartreceiverready(m_))
         usartreceive(m_, static_cast<uint8_t>(uartinput_[uartnext_++]));

@@ -47,6 +47,12 @@ int referencevalue(int bandgapkind) {
 
 int bandgapkind(const Machine& m) { return m.kinds.compconf.size() > 1 ? m.kinds.compconf[1] : 0; }
 
+bool adcbusy(const Machine& m) {
+    const int kind = m.kinds.adcconf;
+    if (kind < kFirstKind || kind > kLastKind || !bound(m, m.roles.adcsra)) return false;
+    return (m.datamem[m.roles.adcsra] & (kAden | kAdsc)) == (kAden | kAdsc);
+}
+
 void adcstep(Machine& m) {
     const int kind = m.kinds.adcconf;
     if (kind < kFirstKind || kind > kLastKind || !bound(m, m.roles.adcsra)) return;

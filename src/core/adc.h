@@ -16,5 +16,7 @@ int referencevalue(int bandgapkind);
 int bandgapkind(const Machine& m);
 
 void adcstep(Machine& m);
+// True while a conversion runs.
+bool adcbusy(const Machine& m);
 
 }  // namespace velmora

@@ -36,12 +36,17 @@ int eepromaddress(const Machine& m) {
     return address;
 }
 
-void eepromstep(Machine& m) {
+bool eeprombusy(const Machine& m) {
     const int kind = m.kinds.eeconf;
-    if (kind < kFirstKind || kind > kLastKind || !bound(m, m.roles.eecr)) return;
+    if (kind < kFirstKind || kind > kLastKind || !bound(m, m.roles.eecr)) return false;
+    const EepromState& e = m.eeprom;
+    return e.writing || e.mastercounter > 0 || (m.datamem[m.roles.eecr] & (kEere | kEewe | kEemwe));
+}
+
+void eepromstep(Machine& m) {
+    if (!eeprombusy(m)) return;
     EepromState& e = m.eeprom;
     uint8_t& eecr = m.datamem[m.roles.eecr];
-    if (!e.writing && e.mastercounter <= 0 && !(eecr & (kEere | kEewe | kEemwe))) return;
 
     if (!e.writing && (eecr & kEere)) {
         addcycles(m, kReadStall);

@@ -13,5 +13,7 @@ inline constexpr uint8_t kEere = 0x01, kEewe = 0x02, kEemwe = 0x04, kEepm = 0x30
 int eepromaddress(const Machine& m);
 
 void eepromstep(Machine& m);
+// True while a read or write is asked for or under way, or the master bit is armed.
+bool eeprombusy(const Machine& m);
 
 }  // namespace velmora

@@ -124,7 +124,8 @@ std::string instructiontext(const Machine& m) {
     case Machine::LastStep::Unrecognized: return "UNRECOGNIZED";
     case Machine::LastStep::Instruction: break;
     }
-    return formatinstruction(static_cast<Op>(m.lastid), m.lastop, m.lastop2, m.bitnames);
+    // Program memory does not change while a program runs, so the words are still those executed.
+    return formatinstruction(progword(m, m.lastpc), progword(m, m.lastpc + 1), m.bitnames);
 }
 
 std::string nextinstructiontext(const Machine& m) {

@@ -10,7 +10,6 @@ namespace {
 
 // One small handler per line of the chain, dispatched through a table indexed by the
 // decoded id. Each handler reads only the fields it needs.
-using Handler = void (*)(Machine&, uint16_t op);
 
 inline int sgn16(int v) { return v >= 32768 ? v - 65536 : v; }
 inline int d5of(uint16_t op) { return (op >> 4) & 31; }
@@ -318,6 +317,12 @@ void hFmul(Machine& m, uint16_t op) {
 
 void hNop(Machine& m, uint16_t) { pcstep(m); }
 
+// A NOP that the run control answers after the step.
+void hBreak(Machine& m, uint16_t) {
+    m.breakexecuted = true;
+    pcstep(m);
+}
+
 void hSleep(Machine& m, uint16_t) {
     pcstep(m);
     m.stoprequest = true;
@@ -502,7 +507,7 @@ void hLoadProgram(Machine& m, uint16_t op) {
     addcycles(m, 2);
 }
 
-constexpr Handler handlerfor(Op id) {
+constexpr detail::Handler handlerfor(Op id) {
     switch (id) {
     case Op::Unrecognized: return hUnrecognized;
     case Op::Adc: return hAdd<true>;
@@ -515,7 +520,7 @@ constexpr Handler handlerfor(Op id) {
     case Op::Bld: return hBld;
     case Op::BranchClear: return hBranch<false>;
     case Op::BranchSet: return hBranch<true>;
-    case Op::Break: return hNop;
+    case Op::Break: return hBreak;
     case Op::Bset: return hSregBit<true>;
     case Op::Bst: return hBst;
     case Op::Call: return hCall;
@@ -602,22 +607,14 @@ constexpr Handler handlerfor(Op id) {
     return hUnrecognized;
 }
 
-constexpr auto kHandlers = [] {
-    std::array<Handler, static_cast<size_t>(Op::Count)> table{};
+}  // namespace
+
+namespace detail {
+constinit const HandlerTable g_handlers = [] {
+    HandlerTable table{};
     for (size_t i = 0; i < table.size(); ++i) table[i] = handlerfor(static_cast<Op>(i));
     return table;
 }();
-
-}  // namespace
-
-void executeinstruction(Machine& m) {
-    const uint16_t op = progword(m, m.pc);
-    const Op id = decode(op);
-    m.lastop = op;
-    m.lastop2 = progword(m, m.pc + 1);
-    m.lastid = static_cast<uint8_t>(id);
-    m.laststep = Machine::LastStep::Instruction;
-    kHandlers[static_cast<size_t>(id)](m, op);
-}
+}  // namespace detail
 
 }  // namespace velmora

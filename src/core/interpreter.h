@@ -2,9 +2,18 @@
 // One instruction: fetch two words at pc, decode through the chain's table, execute,
 // and account the cycles. The caller has already counted the base cycle.
 
+#include <array>
+
+#include "core/decode.h"
 #include "core/machine.h"
 
 namespace velmora {
+
+namespace detail {
+using Handler = void (*)(Machine&, uint16_t op);
+using HandlerTable = std::array<Handler, static_cast<size_t>(Op::Count)>;
+extern const HandlerTable g_handlers;
+}  // namespace detail
 
 inline void addcycles(Machine& m, uint32_t n) {
     m.totalcycles += n;
@@ -34,6 +43,12 @@ inline void pcnormalize(Machine& m) {
 
 // Executes the instruction at pc. Leaves laststep Unrecognized (and sets stoprequest)
 // when no line of the chain accepts the word.
-void executeinstruction(Machine& m);
+inline void executeinstruction(Machine& m) {
+    const uint16_t op = progword(m, m.pc);
+    const Op id = decode(op);
+    m.lastpc = m.pc;
+    m.laststep = Machine::LastStep::Instruction;
+    detail::g_handlers[static_cast<size_t>(id)](m, op);
+}
 
 }  // namespace velmora

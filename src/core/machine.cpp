@@ -49,6 +49,8 @@ void clean(Machine& m) {
             m.datamem[r.address] = r.reset;
     m.usart = UsartState{};
     for (auto hook : m.cleanhooks) hook(m);
+    wakeperipherals(m);
+    m.attention = true;
 }
 
 }  // namespace velmora

@@ -14,6 +14,7 @@
 namespace velmora {
 
 // Fixed addresses the core uses on every model.
+inline constexpr int kRegisterFileSize = 32;  // R0..R31 at data addresses 0..31
 inline constexpr int kSregAddress = 0x3F + 32;
 inline constexpr int kSphAddress = 0x3E + 32;
 inline constexpr int kSplAddress = 0x3D + 32;
@@ -100,6 +101,8 @@ enum SideEffect : uint8_t {
     kEffectNone = 0,
     kEffectRead = 1,
     kEffectWrite = 2,
+    kEffectWake = 4,       // a peripheral phase reads it: a write wakes the phases
+    kEffectClearFlag = 8,  // an interrupt flag that a written 1 clears
 };
 
 // Bytes sent by the USART that no front end has taken yet; when full, the oldest give way.
@@ -170,14 +173,23 @@ struct Machine {
     // What the last step did, kept instead of building text on the hot path.
     enum class LastStep : uint8_t { None, Instruction, Interrupt, Unrecognized };
     LastStep laststep = LastStep::None;
-    uint16_t lastop = 0, lastop2 = 0;
-    uint8_t lastid = 0;  // instruction id of the decoding chain
+    int32_t lastpc = 0;  // where the last instruction was; its words are read again for its text
 
     // Why stoprequest was last raised, for front ends that report it.
     enum class StopReason : uint8_t { None, Sleep, Unrecognized, EndOfMemory, InfiniteLoop, User };
     StopReason stopreason = StopReason::None;
 
     bool afterreti = false;
+    bool breakexecuted = false;  // BREAK ran in this step
+    // The peripheral phases run while this counts above zero or a peripheral is busy: idle
+    // peripherals reach a state that repeats, and only a change they can see (wakeperipherals)
+    // can move them from it.
+    int peripheralwake = 3;
+    bool peripheralsalwaysawake = false;  // the model puts a peripheral register among R0..R31
+    // The outside world (a terminal, scheduled inputs) wants its turn after this step, or once
+    // totalcycles reaches attentioncycle.
+    bool attention = false;
+    uint64_t attentioncycle = UINT64_MAX;
     bool stoprequest = false;
     bool simulationrunning = false;
     float clockfrequency = 4.0f;
@@ -206,14 +218,19 @@ struct Machine {
     std::vector<void (*)(Machine&)> cleanhooks;
 };
 
+// Steps for which the phases still run after the last change a peripheral could see: one for
+// the change itself, one for what it caused (a new pin level, an edge), one to spare.
+inline constexpr int kPeripheralWakeSteps = 3;
+inline void wakeperipherals(Machine& m) { m.peripheralwake = kPeripheralWakeSteps; }
+
 // Resizes every memory for the given model sizes and fills program memory and EEPROM
 // with the unprogrammed value.
 void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eepromsize);
 
 // Program memory word at a word address (little-endian bytes).
 inline uint16_t progword(const Machine& m, int wordaddress) {
-    const size_t i = static_cast<size_t>(wordaddress) * 2;
-    return static_cast<uint16_t>(m.progmem[i] | (m.progmem[i + 1] << 8));
+    const uint8_t* bytes = m.progmem.data() + static_cast<size_t>(wordaddress) * 2;
+    return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
 }
 
 // The reset of the machine: counters, data space, reset values, peripheral state.

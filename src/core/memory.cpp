@@ -15,6 +15,23 @@ int portindexofpin(const Machine& m, int address) {
 void mark(Machine& m, int address, uint8_t effect) {
     if (address > 0 && address < m.dataspacesize) m.sideeffects[address] |= effect;
 }
+
+// Every register a peripheral phase reads. The stack pointer and SREG are not among them:
+// the pending-interrupt test reads the I flag itself.
+void markwake(Machine& m) {
+    const RegisterRoles& r = m.roles;
+    std::vector<int> addresses = {r.eecr,  r.eedr,   r.eearl, r.eearh, r.udr,   r.ucsra, r.ucsrb,
+                                  r.ucsrc, r.ubrrl,  r.ubrrh, r.admux, r.adcsra, r.adch, r.adcl,
+                                  r.adcsrb, r.acsr,  r.acsrb, r.sfior, r.mcucr, r.eicra};
+    for (int i = 0; i < kPortCount; ++i)
+        if (r.portexists[i]) addresses.insert(addresses.end(), {r.port[i], r.pin[i], r.ddr[i]});
+    m.peripheralsalwaysawake = false;
+    for (const int address : addresses) {
+        // The instructions change R0..R31 without this path, so such a model never lets the phases rest.
+        if (address > 0 && address < kRegisterFileSize) m.peripheralsalwaysawake = true;
+        mark(m, address, kEffectWrite | kEffectWake);
+    }
+}
 }  // namespace
 
 void marksideeffects(Machine& m) {
@@ -30,7 +47,8 @@ void marksideeffects(Machine& m) {
     for (const InterruptEntry& e : m.interrupttable)
         // An entry without a flag field tests R0, so address 0 is marked here on purpose.
         if (e.polarity == 1 && e.flagaddress >= 0 && e.flagaddress < m.dataspacesize)
-            m.sideeffects[e.flagaddress] |= kEffectWrite;
+            m.sideeffects[e.flagaddress] |= kEffectWrite | kEffectClearFlag;
+    markwake(m);
 }
 
 uint8_t datamemreadslow(Machine& m, int address) {
@@ -74,12 +92,19 @@ void datamemwriteslow(Machine& m, int address, uint8_t value, uint8_t bits) {
         if (portaddress > 0 && portaddress < m.dataspacesize)
             m.datamem[portaddress] ^= static_cast<uint8_t>(value & bits);
     }
-    for (const InterruptEntry& e : m.interrupttable) {
-        if (e.polarity != 1 || e.flagaddress != address) continue;
-        if (value & e.flagmask)
-            m.datamem[address] &= static_cast<uint8_t>(~e.flagmask);
-        else if (old & e.flagmask)
-            m.datamem[address] |= e.flagmask;
+    const uint8_t effects = m.sideeffects[address];
+    if (effects & kEffectWake) {
+        wakeperipherals(m);
+        m.attention = true;
+    }
+    if (effects & kEffectClearFlag) {
+        for (const InterruptEntry& e : m.interrupttable) {
+            if (e.polarity != 1 || e.flagaddress != address) continue;
+            if (value & e.flagmask)
+                m.datamem[address] &= static_cast<uint8_t>(~e.flagmask);
+            else if (old & e.flagmask)
+                m.datamem[address] |= e.flagmask;
+        }
     }
     if (sharesucsrc(m) && m.roles.ucsrc > 0 && address == m.roles.ucsrc && !(value & 0x80)) {
         m.usart.ubrrhshadow = value & 15;

@@ -32,6 +32,10 @@ void resetperipherals(Machine& m) {
 
 }  // namespace
 
+bool peripheralsbusy(const Machine& m) {
+    return m.peripheralsalwaysawake || m.pinwatch.stale || adcbusy(m) || usartbusy(m) || eeprombusy(m);
+}
+
 PeripheralPhases standardphases() {
     PeripheralPhases p;
     p.externalinterrupts = externalinterrupts;
@@ -40,6 +44,7 @@ PeripheralPhases standardphases() {
     p.uartstep = uartstep;
     p.eepromstep = eepromstep;
     p.portstep = portstep;
+    p.busy = peripheralsbusy;
     return p;
 }
 

@@ -10,6 +10,9 @@ namespace velmora {
 // Phase functions of every on-chip peripheral, for RunControl::phases.
 PeripheralPhases standardphases();
 
+// True while a peripheral has work that goes on without any change from outside.
+bool peripheralsbusy(const Machine& m);
+
 // Registers the peripherals' resets in m.cleanhooks (once per machine) and resets their
 // state; call after a model is loaded.
 void installperipherals(Machine& m);

@@ -108,6 +108,7 @@ bool pinsunchanged(const Machine& m) {
 
 void markstale(Machine& m) {
     m.pinwatch.stale = true;
+    wakeperipherals(m);
     ++m.pinwatch.analogchanges;
 }
 

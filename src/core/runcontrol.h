@@ -26,6 +26,8 @@ struct PeripheralPhases {
     void (*uartstep)(Machine&) = nullptr;
     void (*eepromstep)(Machine&) = nullptr;
     void (*portstep)(Machine&) = nullptr;
+    // True while the phases must run although nothing woke them; without it they always run.
+    bool (*busy)(const Machine&) = nullptr;
 };
 
 class RunControl;
@@ -59,6 +61,9 @@ public:
     std::function<void(int)> setultimatetimer;
     // Called whenever the enabled state of Start/Stop/Step or the rate changes.
     std::function<void()> commandschanged;
+    // The outside world's turn (a terminal, scheduled inputs): after a step in which the
+    // machine raised `attention`, or once its cycle count reaches `attentioncycle`.
+    std::function<void()> onattention;
 
     void simulatestep();
     void runloop();
@@ -98,6 +103,13 @@ private:
     void setenabled(bool start, bool stop, bool step);
     // Breakpoint-type work after a step; the common case (no hooks, no BREAK) is tested inline.
     void afterstephooks(bool isbreak);
+    void step();
+    void steptail();
+    // True when the next steps need nothing but their instructions until one of them changes that.
+    bool quiet() const;
+    uint32_t quietsteps(uint32_t count);
+    // The phases after the instruction; they count down the wake steps once nothing is busy.
+    void peripheralphases();
     void yieldtimes(int n);
 
     Machine& m_;

@@ -18,7 +18,8 @@ void drive(Machine& m, int address, uint8_t bits, bool on) {
         m.datamem[address] &= static_cast<uint8_t>(~bits);
 }
 
-void keepoutput(UsartState& u, uint8_t byte) {
+void keepoutput(Machine& m, UsartState& u, uint8_t byte) {
+    m.attention = true;  // a terminal shows it
     if (u.txoutputcount == kUsartOutputCapacity) {
         u.txoutputstart = static_cast<uint16_t>((u.txoutputstart + 1) % kUsartOutputCapacity);
         --u.txoutputcount;
@@ -47,7 +48,7 @@ void transmitter(Machine& m, UsartState& u) {
         u.txtimeleft -= stepmicroseconds(m);
         if (u.txtimeleft <= 0) {
             u.txtimeleft = 0;
-            keepoutput(u, static_cast<uint8_t>(u.txshift));
+            keepoutput(m, u, static_cast<uint8_t>(u.txshift));
             u.txshift = -1;
             if (u.txbuffer < 0) drive(m, m.roles.ucsra, kUsartTxc, true);
         }
@@ -57,6 +58,7 @@ void transmitter(Machine& m, UsartState& u) {
 
 void receiver(Machine& m, UsartState& u) {
     if (!enabled(m, kUsartRxen)) u.rxshift = u.rxfifo1 = u.rxfifo2 = -1;
+    const bool shifting = u.rxshift >= 0;
     if (u.rxshift < 0) {
         u.rxtime = 0;
     } else {
@@ -77,6 +79,7 @@ void receiver(Machine& m, UsartState& u) {
         }
     }
     drive(m, m.roles.ucsra, kUsartRxc, u.rxfifo1 >= 0 || u.rxfifo2 >= 0);
+    if (shifting && u.rxshift < 0) m.attention = true;  // a terminal may send the next byte
 }
 
 }  // namespace
@@ -94,6 +97,11 @@ void uartstep(Machine& m) {
     receiver(m, u);
 }
 
+bool usartbusy(const Machine& m) {
+    const UsartState& u = m.usart;
+    return m.kinds.uartconf >= 2 && (u.txbuffer & u.txshift & u.rxshift & u.rxfifo1 & u.rxfifo2) >= 0;
+}
+
 bool usarttransmitterenabled(const Machine& m) { return m.kinds.uartconf >= 2 && enabled(m, kUsartTxen); }
 
 bool usartreceiverenabled(const Machine& m) { return m.kinds.uartconf >= 2 && enabled(m, kUsartRxen); }
@@ -103,6 +111,7 @@ bool usartreceive(Machine& m, uint8_t byte) {
     if (u.rxshift >= 0) return false;
     u.rxshift = byte;
     u.rxtime = 0;
+    wakeperipherals(m);
     return true;
 }
 

@@ -17,6 +17,8 @@ inline constexpr uint8_t kUsartRxen = 0x10, kUsartTxen = 0x08, kUsartSynchronous
 
 // The peripheral phase, once per step after the instruction or interrupt entry.
 void uartstep(Machine& m);
+// True while a byte is sent or received or waits to be read.
+bool usartbusy(const Machine& m);
 
 // True for the kinds with a single receive buffer that overruns instead of a two-byte FIFO.
 inline bool singlereceivebuffer(const Machine& m) { return m.kinds.uartconf == 6 || m.kinds.uartconf == 7; }

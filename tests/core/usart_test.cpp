@@ -358,6 +358,7 @@ TEST(Usart, OutputRingKeepsTheNewestBytesInOrder) {
     const int total = kUsartOutputCapacity + 44;
     for (int i = 0; i < total; ++i) {
         sim.m.usart.txbuffer = i & 0xFF;
+        wakeperipherals(sim.m);  // as the write to UDR that it stands for does
         sim.stepuntil([&] { return sim.m.usart.txshift < 0 && sim.m.usart.txbuffer < 0; });
     }
     uint8_t first[10];

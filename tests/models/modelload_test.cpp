@@ -438,7 +438,8 @@ TEST(ModelLoad, RolesAreBoundFromSectionTwoAndSideEffectsMarked) {
     EXPECT_TRUE(model.m.sideeffects[io(0x16)] & kEffectRead);  // PINB
     EXPECT_TRUE(model.m.sideeffects[io(0x0C)] & kEffectWrite); // UDR
     EXPECT_TRUE(model.m.sideeffects[io(0x04)] & kEffectRead);  // ADCL
-    EXPECT_EQ(model.m.sideeffects[io(0x18)], kEffectNone);     // PORTB is plain
+    EXPECT_EQ(model.m.sideeffects[io(0x18)], kEffectWrite | kEffectWake);  // PORTB wakes the pins
+    EXPECT_EQ(model.m.sideeffects[io(0x3D)], kEffectNone);                 // SPL is plain
 }
 
 TEST(ModelLoad, ALoadReplacesEverythingOfThePreviousModel) {

@@ -1,0 +1,98 @@
+// The fast rates run a quiet machine without the per-step looks. Whatever ends the quiet
+// (interrupts enabled, BREAK, SLEEP, a peripheral register written) must act at the very
+// instruction where it does in single steps.
+
+#include <gtest/gtest.h>
+
+#include "core/memory.h"
+#include "encode.h"
+#include "support/simfixture.h"
+
+namespace velmora::test {
+namespace {
+
+constexpr int kEnableIo = 0x3B, kStatusIo = 0x1C;
+constexpr uint16_t kSei = 0x9478;
+uint16_t inc(int d) { return static_cast<uint16_t>(0x9403 | (d << 4)); }
+
+// A ready-type interrupt (pending while its status bit is clear) enabled before interrupts
+// are; its handler counts in r18 and disables itself.
+struct QuietMachine : Sim {
+    QuietMachine() : Sim(4096, 2048, 64) {
+        m.interrupttable = {{"ERDY", 0x10, "", kEnableIo + 32, 0x08, kStatusIo + 32, 0x02, 0}};
+        for (int a : {kEnableIo + 32, kStatusIo + 32}) m.datamask[a] = 0xFF;
+        marksideeffects(m);
+        std::vector<uint16_t> program(0x20, kNop);
+        // SP to the top of SRAM, then the interrupt enabled.
+        const std::vector<uint16_t> start = {ri(0xE000, 16, 0x5F), out(0x3D, 16), ri(0xE000, 16, 0x08), out(0x3E, 16),
+                                             out(kEnableIo, 16)};
+        std::copy(start.begin(), start.end(), program.begin());
+        for (int i = 5; i < 0x0A; ++i) program[i] = inc(17);
+        program[0x0A] = kSei;
+        program[0x0B] = inc(17);
+        program[0x0C] = kSleep;
+        program[0x10] = inc(18);
+        program[0x11] = out(kEnableIo, 1);
+        program[0x12] = kReti;
+        load(program);
+    }
+};
+
+struct State {
+    uint64_t cycles, instructions;
+    int32_t pc;
+    uint8_t r17, r18;
+    bool operator==(const State&) const = default;
+};
+
+State state(const Sim& sim) {
+    return {sim.m.totalcycles, sim.m.totalinstructions, sim.m.pc, sim.m.datamem[17], sim.m.datamem[18]};
+}
+
+TEST(QuietRun, InterruptsEnabledInAQuietRunAreTakenWhereSingleStepsTakeThem) {
+    QuietMachine stepped;
+    stepped.run.menuspeed(kRateStep);
+    stepped.run.menustart();
+    for (int i = 0; i < 100 && stepped.m.simulationrunning; ++i) stepped.run.menustep();
+    ASSERT_FALSE(stepped.m.simulationrunning);
+
+    QuietMachine fast;
+    fast.run.menuspeed(kRateUltimate);
+    fast.run.menustart();
+    EXPECT_EQ(fast.m.stopreason, Machine::StopReason::Sleep);
+    EXPECT_EQ(state(fast), state(stepped));
+    EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";
+    EXPECT_EQ(fast.m.datamem[17], 6);
+}
+
+TEST(QuietRun, BreakStopsAtItsOwnInstruction) {
+    QuietMachine sim;
+    sim.m.progmem[2 * 6] = kBreak & 0xFF;
+    sim.m.progmem[2 * 6 + 1] = kBreak >> 8;
+    sim.run.menuspeed(kRateUltimate);
+    sim.run.menustart();
+    EXPECT_EQ(sim.run.simulationrate(), kRateStep);
+    EXPECT_EQ(sim.m.pc, 7);
+    EXPECT_EQ(sim.m.totalinstructions, 7u);
+    EXPECT_EQ(sim.m.datamem[17], 1);
+}
+
+TEST(QuietRun, PeripheralsRestAfterTheirLastChangeAndWakeOnAWrite) {
+    QuietMachine sim;
+    sim.run.phases.portstep = [](Machine&) {};
+    sim.run.phases.busy = [](const Machine&) { return false; };
+    sim.m.simulationrunning = true;
+    wakeperipherals(sim.m);
+    sim.step();
+    EXPECT_EQ(sim.m.peripheralwake, kPeripheralWakeSteps - 1);
+    sim.step(kPeripheralWakeSteps);  // writing SP wakes nothing
+    EXPECT_EQ(sim.m.peripheralwake, 0);
+    sim.m.roles.adcsra = 0x06 + 32;
+    marksideeffects(sim.m);
+    datamemwrite(sim.m, 0x06 + 32, 0x80);
+    EXPECT_EQ(sim.m.peripheralwake, kPeripheralWakeSteps);
+    EXPECT_TRUE(sim.m.attention);
+}
+
+}  // namespace
+}  // namespace velmora::test
