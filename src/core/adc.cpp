@@ -65,7 +65,7 @@ void adcstep(Machine& m) {
         return;
     }
     if (adc.timer == 0) adc.sample = sample(m, kind);
-    adc.timer += static_cast<float>(m.instructioncycles) / m.clockfrequency;
+    adc.timer += static_cast<float>(instructioncycles(m)) / m.clockfrequency;
     if (adc.timer >= m.adconversiontime) {
         adc.timer = 0;
         adcsra |= kAdif;

@@ -60,7 +60,7 @@ void eepromstep(Machine& m) {
     if (e.mastercounter <= 0) {
         if (eecr & kEemwe) e.mastercounter = kMasterArmed;
     } else {
-        e.mastercounter -= static_cast<int>(m.instructioncycles);
+        e.mastercounter -= static_cast<int>(instructioncycles(m));
         eecr |= kEemwe;
         if (e.mastercounter < kMasterLast) {
             e.mastercounter = 0;
@@ -69,7 +69,7 @@ void eepromstep(Machine& m) {
     }
 
     if (e.writing) {
-        e.timeleft -= static_cast<float>(m.instructioncycles) / m.clockfrequency;
+        e.timeleft -= static_cast<float>(instructioncycles(m)) / m.clockfrequency;
         // The program cannot change what is being written.
         eecr = static_cast<uint8_t>(((eecr | kEewe) & ~(kEere | kEepm)) | e.modebits);
         holdaddress(m, e.address);

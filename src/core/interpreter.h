@@ -17,8 +17,6 @@ extern const HandlerTable g_handlers;
 
 inline void addcycles(Machine& m, uint32_t n) {
     m.totalcycles += n;
-    m.clockcyclecounter += n;
-    m.instructioncycles += n;
 }
 
 // Steps pc by one word; running off the end of program memory wraps and stops.

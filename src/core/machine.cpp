@@ -38,8 +38,7 @@ void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eeproms
 
 void clean(Machine& m) {
     m.laststep = Machine::LastStep::None;
-    m.totalinstructions = m.totalcycles = m.instructioncounter = m.clockcyclecounter = 0;
-    m.instructioncycles = 0;
+    m.totalinstructions = m.totalcycles = m.instructionmark = m.cyclemark = m.stepstartcycles = 0;
     m.pc = 0;
     m.hwstackdepth = 0;
     m.afterreti = false;

@@ -163,9 +163,11 @@ struct Machine {
     int32_t pc = 0;  // words
     uint64_t totalinstructions = 0;
     uint64_t totalcycles = 0;
-    uint64_t instructioncounter = 0;
-    uint64_t clockcyclecounter = 0;
-    uint32_t instructioncycles = 0;
+    // The resettable statistics count from these marks, and the step's own cycles from its
+    // start, so that a step adds to one instruction and one cycle counter only.
+    uint64_t instructionmark = 0;
+    uint64_t cyclemark = 0;
+    uint64_t stepstartcycles = 0;
     std::array<int32_t, 3> hwstack{};
     int hwstackdepth = 0;
     uint32_t watchdogcounter = 0;
@@ -217,6 +219,14 @@ struct Machine {
     // Runs the per-start resets of the later subsystems (devices, peripherals).
     std::vector<void (*)(Machine&)> cleanhooks;
 };
+
+// The statistics of the main window, which Reset Statistics and the user may set.
+inline uint64_t instructioncounter(const Machine& m) { return m.totalinstructions - m.instructionmark; }
+inline uint64_t clockcyclecounter(const Machine& m) { return m.totalcycles - m.cyclemark; }
+inline void setinstructioncounter(Machine& m, uint64_t value) { m.instructionmark = m.totalinstructions - value; }
+inline void setclockcyclecounter(Machine& m, uint64_t value) { m.cyclemark = m.totalcycles - value; }
+// Cycles of the step under way or just ended, stalls of peripherals included.
+inline uint32_t instructioncycles(const Machine& m) { return static_cast<uint32_t>(m.totalcycles - m.stepstartcycles); }
 
 // Steps for which the phases still run after the last change a peripheral could see: one for
 // the change itself, one for what it caused (a new pin level, an edge), one to spare.

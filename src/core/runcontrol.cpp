@@ -53,7 +53,7 @@ void RunControl::fault(const std::string& text) {
 // Inlined into the run loop: the call per instruction is a tenth of the time of a short one.
 [[gnu::always_inline]] inline void RunControl::step() {
     Machine& m = m_;
-    m.instructioncycles = 0;
+    m.stepstartcycles = m.totalcycles;
     if (m.peripheralwake > 0 && phases.externalinterrupts) phases.externalinterrupts(m);
     const bool interruptsenabled = m.datamem[kSregAddress] & kFlagI;
     const int pending = interruptsenabled && !m.interrupttable.empty() ? pendinginterrupt(m) : 0;
@@ -62,7 +62,6 @@ void RunControl::fault(const std::string& text) {
     } else {
         m.afterreti = false;
         ++m.totalinstructions;
-        ++m.instructioncounter;
         addcycles(m, 1);
         executeinstruction(m);
     }
@@ -109,14 +108,20 @@ bool RunControl::quiet() const {
 uint32_t RunControl::quietsteps(uint32_t count) {
     Machine& m = m_;
     const uint8_t interruptflag = m.interrupttable.empty() ? 0 : kFlagI;
+    // No instruction moves the memories, so their places stay in registers across the calls.
+    const uint8_t* const program = m.progmem.data();
+    const uint8_t* const sreg = m.datamem.data() + kSregAddress;
+    m.laststep = Machine::LastStep::Instruction;
     for (uint32_t i = 0; i < count; ++i) {
-        m.instructioncycles = 0;
+        m.stepstartcycles = m.totalcycles;
         m.afterreti = false;
         ++m.totalinstructions;
-        ++m.instructioncounter;
         addcycles(m, 1);
-        executeinstruction(m);
-        if ((m.datamem[kSregAddress] & interruptflag) || m.peripheralwake > 0 || m.attention || m.breakexecuted ||
+        const int32_t pc = m.pc;
+        const uint16_t op = static_cast<uint16_t>(program[2 * pc] | (program[2 * pc + 1] << 8));
+        m.lastpc = pc;
+        detail::g_handlers[static_cast<size_t>(decode(op))](m, op);
+        if ((*sreg & interruptflag) || m.peripheralwake > 0 || m.attention || m.breakexecuted ||
             m.stoprequest || m.totalcycles >= m.attentioncycle) {
             steptail();
             return i + 1;
@@ -287,8 +292,8 @@ void RunControl::menustop() {
 }
 
 void RunControl::menuresetstatistics() {
-    m_.instructioncounter = 0;
-    m_.clockcyclecounter = 0;
+    setinstructioncounter(m_, 0);
+    setclockcyclecounter(m_, 0);
     if (ekran) ekran();
 }
 

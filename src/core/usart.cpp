@@ -7,7 +7,7 @@ namespace velmora {
 namespace {
 
 // Simulated microseconds of the step just finished, in the float that every timer keeps.
-float stepmicroseconds(const Machine& m) { return static_cast<float>(m.instructioncycles) / m.clockfrequency; }
+float stepmicroseconds(const Machine& m) { return static_cast<float>(instructioncycles(m)) / m.clockfrequency; }
 
 // Status bits are driven straight into memory, past the write mask: they are read-only to the program.
 void drive(Machine& m, int address, uint8_t bits, bool on) {

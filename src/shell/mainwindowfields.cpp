@@ -84,9 +84,9 @@ RunFields runfields(const Machine& m, ListScroll scroll) {
     // A reset empties both instruction texts until the next Start.
     const bool shown = m.simulationrunning || m.laststep != Machine::LastStep::None;
     f.qinstnext = shown ? nextinstructiontext(m) : std::string();
-    f.qbrojinst = std::to_string(m.instructioncounter);
-    f.qcount = std::to_string(m.clockcyclecounter);
-    f.qrealtime = timetext(m.clockcyclecounter, m.clockfrequency);
+    f.qbrojinst = std::to_string(instructioncounter(m));
+    f.qcount = std::to_string(clockcyclecounter(m));
+    f.qrealtime = timetext(clockcyclecounter(m), m.clockfrequency);
     f.qpc = pctext(m);
     f.pclampcount = std::clamp(m.pcbits, 0, kPcLamps);
     for (int bit = 0; bit < kPcLamps; ++bit) f.pclamps[bit] = (m.pc >> bit) & 1;

@@ -32,7 +32,7 @@ TEST_P(Alu, ResultAndFlags) {
     sim.step();
     EXPECT_EQ(sim.reg(c.d), c.expectd);
     EXPECT_EQ(sim.sreg(), c.expectsreg) << std::hex << "sreg " << int(sim.sreg());
-    EXPECT_EQ(sim.m.instructioncycles, 1u);
+    EXPECT_EQ(instructioncycles(sim.m), 1u);
     EXPECT_EQ(sim.m.pc, 1);
 }
 
@@ -111,7 +111,7 @@ TEST_P(WordArithmetic, PairResultFlagsTwoCycles) {
     sim.step();
     EXPECT_EQ(sim.reg(c.low) | (sim.reg(c.low + 1) << 8), c.expect);
     EXPECT_EQ(sim.sreg(), c.expectsreg) << std::hex << int(sim.sreg());
-    EXPECT_EQ(sim.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(sim.m), 2u);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -143,7 +143,7 @@ TEST_P(Multiply, ProductInR1R0TwoCycles) {
     sim.step();
     EXPECT_EQ(sim.reg(0) | (sim.reg(1) << 8), c.product);
     EXPECT_EQ(sim.sreg(), c.expectsreg);
-    EXPECT_EQ(sim.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(sim.m), 2u);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -192,7 +192,7 @@ TEST(Moves, MovwCopiesAPair) {
     sim.step();
     EXPECT_EQ(sim.reg(0), 0x34);
     EXPECT_EQ(sim.reg(1), 0x12);
-    EXPECT_EQ(sim.m.instructioncycles, 1u);
+    EXPECT_EQ(instructioncycles(sim.m), 1u);
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ TEST(Eeprom, ReadStallsFourCyclesAndFillsEedr) {
     chip.cell(MiniChip::kEearh) = 0x02;
     chip.load({sbi(MiniChip::kEecr, kEereBit), ind(16, MiniChip::kEedr)});
     chip.step();
-    EXPECT_EQ(chip.m.instructioncycles, 2u + 4u);
+    EXPECT_EQ(instructioncycles(chip.m), 2u + 4u);
     EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEere, 0);
     chip.step();
     EXPECT_EQ(chip.reg(16), 0x5C);
@@ -78,7 +78,7 @@ TEST(Eeprom, ReadBeyondTheEepromTakesTheCyclesOnly) {
     chip.cell(MiniChip::kEearh) = 0x03;  // 0x300 is beyond 512 bytes
     chip.load({sbi(MiniChip::kEecr, kEereBit)});
     chip.step();
-    EXPECT_EQ(chip.m.instructioncycles, 6u);
+    EXPECT_EQ(instructioncycles(chip.m), 6u);
     EXPECT_EQ(chip.cell(MiniChip::kEedr), 0x33);
 }
 
@@ -161,7 +161,7 @@ TEST(Eeprom, WriteStartsWithTwoCyclesAndLastsTheWriteTime) {
     chip.load(writeprogram(3, 0x99));
     chip.step(kSetupSteps);
     chip.step();  // SBI EEWE
-    EXPECT_EQ(chip.m.instructioncycles, 2u + 2u);
+    EXPECT_EQ(instructioncycles(chip.m), 2u + 2u);
     const uint64_t start = chip.m.totalcycles;
     while (chip.m.eeprom.writing && chip.cyclesfrom(start) < 1000) {
         EXPECT_TRUE(chip.cell(MiniChip::kEecr) & kEewe);
@@ -212,7 +212,7 @@ TEST(Eeprom, NoReadDuringAWrite) {
     p[kSetupSteps + 1] = sbi(MiniChip::kEecr, kEereBit);
     chip.load(p);
     chip.step(kSetupSteps + 2);
-    EXPECT_EQ(chip.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(chip.m), 2u);
     EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEere, 0);
 }
 

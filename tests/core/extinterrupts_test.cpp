@@ -139,7 +139,7 @@ TEST(ExternalInterrupts, TheEdgeEntersTheInterruptInTheSameStep) {
     EXPECT_EQ(chip.m.pc, 4);
     stepwithinput(chip, kPortD, 0x04);
     EXPECT_EQ(chip.m.pc, MiniChip::kInt0Vector);
-    EXPECT_EQ(chip.m.instructioncycles, 4u);
+    EXPECT_EQ(instructioncycles(chip.m), 4u);
     EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);  // entry cleared the latch
 }
 

@@ -43,7 +43,7 @@ TEST(Interrupts, EarlierEntryWinsAndEntryTakesFourCycles) {
     sim.m.pc = 5;
     sim.step();
     EXPECT_EQ(sim.m.pc, 0x10);
-    EXPECT_EQ(sim.m.instructioncycles, 4u);
+    EXPECT_EQ(instructioncycles(sim.m), 4u);
     EXPECT_EQ(sim.m.totalinstructions, 0u);
     EXPECT_EQ(sim.m.datamem[InterruptMachine::kFlags], 0x80);  // INT0's latch cleared
     EXPECT_EQ(sim.sreg() & kFlagI, 0);

@@ -32,7 +32,7 @@ TEST(Pointers, LoadModesAndTwoCycles) {
         sim.step();
         EXPECT_EQ(sim.reg(5), 0x77) << c.mode;
         EXPECT_EQ(getx(sim), c.xafter) << c.mode;
-        EXPECT_EQ(sim.m.instructioncycles, 2u);
+        EXPECT_EQ(instructioncycles(sim.m), 2u);
     }
 }
 
@@ -89,7 +89,7 @@ TEST(Pointers, LdsStsUseTheSecondWordAndStepTwice) {
     sim.step();
     EXPECT_EQ(sim.reg(5), 0x99);
     EXPECT_EQ(sim.m.pc, 2);
-    EXPECT_EQ(sim.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(sim.m), 2u);
     sim.step();
     EXPECT_EQ(sim.m.datamem[0x456], 0x42);
 }
@@ -152,7 +152,7 @@ TEST(DataPaths, SbiOnAFlagRegisterClearsEverySetFlag) {
     sim.m.datamem[PortMachine::kFlags] = 0xC0;
     sim.step();
     EXPECT_EQ(sim.m.datamem[PortMachine::kFlags], 0x01);
-    EXPECT_EQ(sim.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(sim.m), 2u);
 }
 
 TEST(ProgramMemory, LpmFormsAndLimits) {
@@ -164,7 +164,7 @@ TEST(ProgramMemory, LpmFormsAndLimits) {
     sim.reg(31) = 0x01;
     sim.step();
     EXPECT_EQ(sim.reg(0), 0xAB);
-    EXPECT_EQ(sim.m.instructioncycles, 3u);
+    EXPECT_EQ(instructioncycles(sim.m), 3u);
     sim.step();  // lpm r7,Z+
     EXPECT_EQ(sim.reg(7), 0xAB);
     EXPECT_EQ(sim.reg(30), 0x01);

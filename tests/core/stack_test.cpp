@@ -18,7 +18,7 @@ TEST(SramStack, PushPopRoundTripTwoCyclesEach) {
     sim.load({push(5), pop(6)});
     sim.reg(5) = 0xA5;
     sim.step();
-    EXPECT_EQ(sim.m.instructioncycles, 2u);
+    EXPECT_EQ(instructioncycles(sim.m), 2u);
     EXPECT_EQ(stackpointer(sim.m), sim.m.dataspacesize - 2);
     sim.step();
     EXPECT_EQ(sim.reg(6), 0xA5);

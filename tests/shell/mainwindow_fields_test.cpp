@@ -113,8 +113,8 @@ TEST(MainWindowFields, ProgramCounterAndItsLamps) {
 TEST(MainWindowFields, StatisticsAndRealTime) {
     Shell shell;
     shell.select("ATmega32");
-    shell.m().instructioncounter = 33;
-    shell.m().clockcyclecounter = 43;
+    setinstructioncounter(shell.m(), 33);
+    setclockcyclecounter(shell.m(), 43);
     const RunFields f = shell.model.fields();
     EXPECT_EQ(f.qbrojinst, "33");
     EXPECT_EQ(f.qcount, "43");
