@@ -320,6 +320,7 @@ void hNop(Machine& m, uint16_t) { pcstep(m); }
 // A NOP that the run control answers after the step.
 void hBreak(Machine& m, uint16_t) {
     m.breakexecuted = true;
+    m.endquiet = true;
     pcstep(m);
 }
 
@@ -608,6 +609,58 @@ constexpr detail::Handler handlerfor(Op id) {
 }
 
 }  // namespace
+
+// Instructions that only change registers, flags (not I) and pc need not look for the end of
+// the quiet beyond a stop and the next attention cycle.
+constexpr bool registersonly(Op id) {
+    switch (id) {
+    case Op::Adc: case Op::Add: case Op::Adiw: case Op::And: case Op::Andi: case Op::Asr: case Op::Bclr:
+    case Op::Bld: case Op::BranchClear: case Op::BranchSet: case Op::Bst: case Op::Clr: case Op::Com:
+    case Op::Cp: case Op::Cpc: case Op::Cpi: case Op::Cpse: case Op::Dec: case Op::Eor: case Op::Fmul:
+    case Op::Fmuls: case Op::Fmulsu: case Op::Ijmp: case Op::Eijmp: case Op::Inc: case Op::Jmp: case Op::Ldi:
+    case Op::Lsl: case Op::Lsr: case Op::Mov: case Op::Movw: case Op::Mul: case Op::Muls: case Op::Mulsu:
+    case Op::Neg: case Op::Nop: case Op::Or: case Op::Ori: case Op::Rjmp: case Op::Rol: case Op::Ror:
+    case Op::Sbc: case Op::Sbci: case Op::Sbiw: case Op::Sbrc: case Op::Sbrs: case Op::Sub: case Op::Subi:
+    case Op::Swap: case Op::Tst:
+        return true;
+    default:
+        return false;
+    }
+}
+
+[[gnu::flatten]] QuietRun runquiet(Machine& m, uint32_t count) {
+    const uint8_t interruptflag = m.interrupttable.empty() ? 0 : kFlagI;
+    // No instruction moves the memories, so their places stay in registers.
+    const uint8_t* const program = m.progmem.data();
+    const uint8_t* const sreg = m.datamem.data() + kSregAddress;
+    const Op* const decoded = decodetable().data();
+    m.laststep = Machine::LastStep::Instruction;
+    m.endquiet = false;
+    for (uint32_t i = 0; i < count; ++i) {
+        m.stepstartcycles = m.totalcycles;
+        m.afterreti = false;
+        ++m.totalinstructions;
+        addcycles(m, 1);
+        const int32_t pc = m.pc;
+        const uint16_t op = static_cast<uint16_t>(program[2 * pc] | (program[2 * pc + 1] << 8));
+        m.lastpc = pc;
+        // Every handler inlined into one switch: a jump per instruction instead of a call.
+        switch (decoded[op]) {
+#define VELMORA_CASE(name, text)                                                                      \
+    case Op::name: {                                                                                  \
+        constexpr detail::Handler handler = handlerfor(Op::name);                                     \
+        handler(m, op);                                                                               \
+        if (!registersonly(Op::name) && ((*sreg & interruptflag) || m.endquiet)) return {i + 1, true}; \
+        break;                                                                                        \
+    }
+            VELMORA_INSTRUCTIONS(VELMORA_CASE)
+#undef VELMORA_CASE
+        default: __builtin_unreachable();  // the table holds only the chain's ids
+        }
+        if (m.stoprequest || m.totalcycles >= m.attentioncycle) return {i + 1, true};
+    }
+    return {count, false};
+}
 
 namespace detail {
 constinit const HandlerTable g_handlers = [] {

@@ -39,6 +39,15 @@ inline void pcnormalize(Machine& m) {
     if (m.pc < 0) m.pc += m.flashwords;
 }
 
+struct QuietRun {
+    uint32_t steps;
+    bool ended;  // the last step ended the quiet; the rest of that step is still to do
+};
+// Up to `count` steps of a quiet machine (peripherals resting, no interrupt can be pending,
+// nobody watching between steps), each as far as its instruction. Stops after a step that
+// enables interrupts, wakes the peripherals, asks for attention, stops, or is BREAK.
+QuietRun runquiet(Machine& m, uint32_t count);
+
 // Executes the instruction at pc. Leaves laststep Unrecognized (and sets stoprequest)
 // when no line of the chain accepts the word.
 inline void executeinstruction(Machine& m) {

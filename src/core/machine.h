@@ -183,6 +183,9 @@ struct Machine {
 
     bool afterreti = false;
     bool breakexecuted = false;  // BREAK ran in this step
+    // Something beyond the instruction's own registers happened (a peripheral woke, BREAK, a
+    // fault): a run of quiet steps ends after this one.
+    bool endquiet = false;
     // The peripheral phases run while this counts above zero or a peripheral is busy: idle
     // peripherals reach a state that repeats, and only a change they can see (wakeperipherals)
     // can move them from it.
@@ -231,7 +234,10 @@ inline uint32_t instructioncycles(const Machine& m) { return static_cast<uint32_
 // Steps for which the phases still run after the last change a peripheral could see: one for
 // the change itself, one for what it caused (a new pin level, an edge), one to spare.
 inline constexpr int kPeripheralWakeSteps = 3;
-inline void wakeperipherals(Machine& m) { m.peripheralwake = kPeripheralWakeSteps; }
+inline void wakeperipherals(Machine& m) {
+    m.peripheralwake = kPeripheralWakeSteps;
+    m.endquiet = true;
+}
 
 // Resizes every memory for the given model sizes and fills program memory and EEPROM
 // with the unprogrammed value.

@@ -48,6 +48,7 @@ void RunControl::removehook(int id) {
 void RunControl::fault(const std::string& text) {
     messenger_.show(text, MessageKind::Critical);
     menuspeed(kRateStep);
+    m_.endquiet = true;
 }
 
 // Inlined into the run loop: the call per instruction is a tenth of the time of a short one.
@@ -106,28 +107,9 @@ bool RunControl::quiet() const {
 // the quiet: an instruction that wakes the peripherals, enables interrupts, asks for the
 // outside world's turn, stops, or is BREAK. That step is finished in full.
 uint32_t RunControl::quietsteps(uint32_t count) {
-    Machine& m = m_;
-    const uint8_t interruptflag = m.interrupttable.empty() ? 0 : kFlagI;
-    // No instruction moves the memories, so their places stay in registers across the calls.
-    const uint8_t* const program = m.progmem.data();
-    const uint8_t* const sreg = m.datamem.data() + kSregAddress;
-    m.laststep = Machine::LastStep::Instruction;
-    for (uint32_t i = 0; i < count; ++i) {
-        m.stepstartcycles = m.totalcycles;
-        m.afterreti = false;
-        ++m.totalinstructions;
-        addcycles(m, 1);
-        const int32_t pc = m.pc;
-        const uint16_t op = static_cast<uint16_t>(program[2 * pc] | (program[2 * pc + 1] << 8));
-        m.lastpc = pc;
-        detail::g_handlers[static_cast<size_t>(decode(op))](m, op);
-        if ((*sreg & interruptflag) || m.peripheralwake > 0 || m.attention || m.breakexecuted ||
-            m.stoprequest || m.totalcycles >= m.attentioncycle) {
-            steptail();
-            return i + 1;
-        }
-    }
-    return count;
+    const QuietRun run = runquiet(m_, count);
+    if (run.ended) steptail();
+    return run.steps;
 }
 
 void RunControl::peripheralphases() {
