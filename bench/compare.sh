@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the CRC-32 benchmark firmware on velmora-cli and on simavr in the same invocation,
 # checks that both printed the same CRC, and prints times and the ratio of simulated
-# cycles per host second. Usage: bench/compare.sh [BUILD_DIR]
+# cycles per host second; with the desktop program built, also the desktop at the Ultimate
+# rate with only its main window (offscreen) beside the CLI. Usage: bench/compare.sh [BUILD_DIR]
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$top/build}
@@ -30,4 +31,11 @@ printf 'expected CRC  %s\nvelmora-cli   %s  %.3f s  %.1f simulated MHz\nsimavr  
   "$expected" "$velmora_crc" "$tv" "$(echo "$cycles / $tv / 1000000" | bc -l)" \
   "$simavr_crc" "$ts" "$(echo "$cycles / $ts / 1000000" | bc -l)"
 printf 'ratio (velmora / simavr, cycles per second): %.2f\n' "$(echo "$ts / $tv" | bc -l)"
+desktop=$build/bench/velmora-bench-desktop
+if [ -x "$desktop" ]; then
+  line=$(QT_QPA_PLATFORM=offscreen "$desktop" "$fw/crc32.hex" ATmega328P 16 2> /dev/null | grep '^desktop')
+  td=$(echo "$line" | awk '{print $3}')
+  printf 'desktop       %s s  %.1f simulated MHz\n' "$td" "$(echo "$cycles / $td / 1000000" | bc -l)"
+  printf 'ratio (desktop / velmora-cli, cycles per second): %.2f\n' "$(echo "$tv / $td" | bc -l)"
+fi
 [ "$velmora_crc" = "$expected" ] && [ "$simavr_crc" = "$expected" ] || { echo "CRC mismatch" >&2; exit 1; }

@@ -638,19 +638,20 @@ constexpr bool registersonly(Op id) {
     m.endquiet = false;
     for (uint32_t i = 0; i < count; ++i) {
         m.stepstartcycles = m.totalcycles;
-        m.afterreti = false;
         ++m.totalinstructions;
         addcycles(m, 1);
         const int32_t pc = m.pc;
         const uint16_t op = static_cast<uint16_t>(program[2 * pc] | (program[2 * pc + 1] << 8));
         m.lastpc = pc;
-        // Every handler inlined into one switch: a jump per instruction instead of a call.
+        // Every handler inlined into one switch: a jump per instruction instead of a call. RETI
+        // ends the quiet, so afterreti, clear when it began, stays clear within it.
         switch (decoded[op]) {
 #define VELMORA_CASE(name, text)                                                                      \
     case Op::name: {                                                                                  \
         constexpr detail::Handler handler = handlerfor(Op::name);                                     \
         handler(m, op);                                                                               \
-        if (!registersonly(Op::name) && ((*sreg & interruptflag) || m.endquiet)) return {i + 1, true}; \
+        if (Op::name == Op::Reti || (!registersonly(Op::name) && ((*sreg & interruptflag) || m.endquiet))) \
+            return {i + 1, true};                                                                     \
         break;                                                                                        \
     }
             VELMORA_INSTRUCTIONS(VELMORA_CASE)

@@ -83,9 +83,9 @@ void RunControl::fault(const std::string& text) {
             ekran();
         }
     }
-    if ((m.attention || m.totalcycles >= m.attentioncycle) && onattention) {
+    if (m.attention || m.totalcycles >= m.attentioncycle) {
         m.attention = false;
-        onattention();
+        if (onattention) onattention();
     }
     if (m.breakexecuted || !hooks_.empty()) {
         const bool isbreak = m.breakexecuted;

@@ -94,5 +94,15 @@ TEST(QuietRun, PeripheralsRestAfterTheirLastChangeAndWakeOnAWrite) {
     EXPECT_TRUE(sim.m.attention);
 }
 
+TEST(QuietRun, AttentionWithNobodyListeningIsDropped) {
+    // The desktop program has no terminal yet: a raised attention must not keep every later
+    // step out of the quiet run.
+    QuietMachine sim;
+    sim.m.simulationrunning = true;
+    sim.m.attention = true;
+    sim.step();
+    EXPECT_FALSE(sim.m.attention);
+}
+
 }  // namespace
 }  // namespace velmora::test
