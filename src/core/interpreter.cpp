@@ -25,9 +25,9 @@ inline int carry(const Machine& m) { return m.datamem[kSregAddress] & kFlagC; }
 inline void setflags(Machine& m, uint8_t mask, unsigned bits) {
     sreg(m) = static_cast<uint8_t>((sreg(m) & ~mask) | (bits & mask));
 }
-inline unsigned nzbits(int result) { return ((result & 0xFF) == 0 ? kFlagZ : 0) | ((result & 0x80) ? kFlagN : 0); }
+constexpr unsigned nzbits(int result) { return ((result & 0xFF) == 0 ? kFlagZ : 0) | ((result & 0x80) ? kFlagN : 0); }
 // S = N xor V, from bits already in place.
-inline unsigned withsign(unsigned bits) { return bits | ((((bits >> 2) ^ (bits >> 3)) & 1) << 4); }
+constexpr unsigned withsign(unsigned bits) { return bits | ((((bits >> 2) ^ (bits >> 3)) & 1) << 4); }
 
 // d + r + c: the classic carry, half-carry and two's-complement overflow rules.
 inline void flagsadd(Machine& m, int d, int r, int c, int res) {
@@ -48,13 +48,32 @@ inline void flagssub(Machine& m, int d, int r, int c, int res, bool sticky) {
     setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
 }
 
-inline void flagslogic(Machine& m, int res) { setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res))); }
-
+// Logic results: Z and N from the result, V cleared, S = N.
+constexpr unsigned logicbits(int res) { return withsign(nzbits(res)); }
 // Shifts and rotates: C from the shifted-out bit, V = N xor C.
-inline void flagsshift(Machine& m, int res, bool c, unsigned extra = 0, uint8_t extramask = 0) {
-    unsigned bits = nzbits(res) | (c ? kFlagC : 0) | extra;
+constexpr unsigned shiftbits(int res, bool c) {
+    unsigned bits = nzbits(res) | (c ? kFlagC : 0);
     if (((bits >> 2) ^ bits) & 1) bits |= kFlagV;
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | extramask, withsign(bits));
+    return withsign(bits);
+}
+// Both worked out once for every result (and carry): the flags then cost one look-up.
+constexpr auto kLogicBits = [] {
+    std::array<uint8_t, 256> table{};
+    for (int res = 0; res < 256; ++res) table[res] = static_cast<uint8_t>(logicbits(res));
+    return table;
+}();
+constexpr auto kShiftBits = [] {
+    std::array<uint8_t, 512> table{};
+    for (int index = 0; index < 512; ++index) table[index] = static_cast<uint8_t>(shiftbits(index & 0xFF, index >> 8));
+    return table;
+}();
+
+inline void flagslogic(Machine& m, int res) { setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, kLogicBits[res & 0xFF]); }
+
+// `extra` (with `extramask`) adds H for LSL and ROL.
+inline void flagsshift(Machine& m, int res, bool c, unsigned extra = 0, uint8_t extramask = 0) {
+    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | extramask,
+             kShiftBits[(c ? 256 : 0) | (res & 0xFF)] | extra);
 }
 
 inline int word(const Machine& m, int low) { return m.datamem[low] | (m.datamem[low + 1] << 8); }
