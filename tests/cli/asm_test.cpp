@@ -3,44 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
-#include <sys/wait.h>
 
+#include "support/childprocess.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
 namespace {
-
-struct Outcome {
-    int code = -1;
-    std::string out, err;
-};
-
-std::string quoted(const std::string& text) {
-    std::string q = "'";
-    for (char c : text) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-// Runs the built velmora-cli with `args`; stderr is caught in a file of `folder`.
-Outcome runcli(const TempFolder& folder, const std::vector<std::string>& args) {
-    const std::filesystem::path errfile = folder / "stderr.txt";
-    std::string command = quoted(VELMORA_CLI_PATH);
-    for (const std::string& a : args) command += " " + quoted(a);
-    command += " 2>" + quoted(errfile.string());
-    Outcome outcome;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (pipe == nullptr) return outcome;
-    char buffer[4096];
-    for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) outcome.out.append(buffer, n);
-    const int status = ::pclose(pipe);
-    outcome.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    outcome.err = readfile(errfile);
-    return outcome;
-}
 
 TEST(CliAsm, AGoodSourceLeavesItsListingAndHexFile) {
     ASSERT_TRUE(std::filesystem::exists(VELMORA_CLI_PATH)) << VELMORA_CLI_PATH << " is not built";
@@ -50,7 +21,7 @@ TEST(CliAsm, AGoodSourceLeavesItsListingAndHexFile) {
               "        LDI R17,high(RAMEND)\r\n"
               "        OUT PORTB,R16\r\n"
               "        RJMP START\r\n");
-    const Outcome r = runcli(folder, {"asm", "--model", "atmega328p", (folder / "blink.v1.asm").string()});
+    const ChildRun r = runcli({"asm", "--model", "atmega328p", (folder / "blink.v1.asm").string()});
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.out, "Number of errors = 0\n");
     EXPECT_EQ(r.err, "");
@@ -66,7 +37,7 @@ TEST(CliAsm, ErrorsAreReportedAndLeaveNoOutputs) {
     TempFolder folder;
     writefile(folder / "bad.asm", " NOP\n LDI R15,256\nX: NOP\nX: NOP\n");
     writefile(folder / "bad.lst", "stale");
-    const Outcome r = runcli(folder, {"asm", "--model", "ATmega8", (folder / "bad.asm").string()});
+    const ChildRun r = runcli({"asm", "--model", "ATmega8", (folder / "bad.asm").string()});
     EXPECT_EQ(r.code, 3);
     EXPECT_EQ(r.out,
               "0002 Error: Invalid argument of the instruction.\n"
@@ -80,9 +51,9 @@ TEST(CliAsm, ErrorsAreReportedAndLeaveNoOutputs) {
 TEST(CliAsm, TheModelDecidesThePredefinedSymbols) {
     TempFolder folder;
     writefile(folder / "m.asm", " LDI R16,high(RAMEND)\n");
-    runcli(folder, {"asm", "--model", "atmega8", (folder / "m.asm").string()});
+    runcli({"asm", "--model", "atmega8", (folder / "m.asm").string()});
     EXPECT_EQ(readfile(folder / "m.hex"), ":020000040000FA\r\n:0200000004E01A\r\n:00000001FF\r\n");
-    runcli(folder, {"asm", "--model", "atmega328p", (folder / "m.asm").string()});
+    runcli({"asm", "--model", "atmega328p", (folder / "m.asm").string()});
     EXPECT_EQ(readfile(folder / "m.hex"), ":020000040000FA\r\n:0200000008E016\r\n:00000001FF\r\n");
 }
 
@@ -91,24 +62,58 @@ TEST(CliAsm, BadRequestsAreRefusedClearly) {
     writefile(folder / "p.asm", " NOP\n");
     writefile(folder / "p.hex", ":00000001FF\r\n");
 
-    Outcome r = runcli(folder, {"asm"});
+    ChildRun r = runcli({"asm"});
     EXPECT_EQ(r.code, 2);
     EXPECT_NE(r.err.find("usage: velmora-cli asm"), std::string::npos);
 
-    r = runcli(folder, {"asm", "--model", "atmega9999", (folder / "p.asm").string()});
+    r = runcli({"asm", "--model", "atmega9999", (folder / "p.asm").string()});
     EXPECT_EQ(r.code, 3);
     EXPECT_NE(r.err.find("no model named 'atmega9999'"), std::string::npos) << r.err;
 
-    r = runcli(folder, {"asm", (folder / "p.hex").string()});
+    r = runcli({"asm", (folder / "p.hex").string()});
     EXPECT_EQ(r.code, 3);
     EXPECT_EQ(r.err, "This extension is not allowed for assembler source files.\n");
 
-    r = runcli(folder, {"asm", (folder / "none.asm").string()});
+    r = runcli({"asm", (folder / "none.asm").string()});
     EXPECT_EQ(r.code, 3);
     EXPECT_NE(r.err.find("none.asm"), std::string::npos) << r.err;
 
-    r = runcli(folder, {"asm", "--bogus", (folder / "p.asm").string()});
+    r = runcli({"asm", "--bogus", (folder / "p.asm").string()});
     EXPECT_EQ(r.code, 2);
+}
+
+TEST(CliAsm, AnAssembledProgramPrintsThroughRun) {
+    TempFolder folder;
+    writefile(folder / "hi.asm",
+              "; Sends a text from program memory through USART0, then sleeps.\n"
+              "        LDI R16,high(RAMEND)\n"
+              "        OUT SPH,R16\n"
+              "        LDI R16,low(RAMEND)\n"
+              "        OUT SPL,R16\n"
+              "        LDI R16,8           ; TXEN0\n"
+              "        STS UCSR0B,R16\n"
+              "        LDI R30,low(TEXT*2)\n"
+              "        LDI R31,high(TEXT*2)\n"
+              "NEXT:   LPM R17,Z+\n"
+              "        TST R17\n"
+              "        BREQ FLUSH\n"
+              "WAIT:   LDS R16,UCSR0A\n"
+              "        SBRS R16,5          ; UDRE0\n"
+              "        RJMP WAIT\n"
+              "        LDI R16,$40         ; clears TXC0\n"
+              "        STS UCSR0A,R16\n"
+              "        STS UDR0,R17\n"
+              "        RJMP NEXT\n"
+              "FLUSH:  LDS R16,UCSR0A\n"
+              "        SBRS R16,6          ; TXC0\n"
+              "        RJMP FLUSH\n"
+              "        SLEEP\n"
+              "TEXT:   .DB \"assembled here\",10,0\n");
+    const ChildRun assembled = runcli({"asm", "--model", "ATmega328P", (folder / "hi.asm").string()});
+    ASSERT_EQ(assembled.code, 0) << assembled.out << assembled.err;
+    const ChildRun ran = runcli({"run", "--model", "ATmega328P", "--clock", "16", (folder / "hi.hex").string()});
+    EXPECT_EQ(ran.code, 0) << ran.err;
+    EXPECT_EQ(ran.out, "assembled here\n");
 }
 
 }  // namespace
