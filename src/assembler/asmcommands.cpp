@@ -8,7 +8,7 @@
 namespace velmora {
 
 bool asmsourceallowed(const std::string& filename) {
-    const std::string lower = asmlowercase(filename);
+    const std::string lower = lowercase(filename);
     return !lower.ends_with(".hex") && !lower.ends_with(".obj") && !lower.ends_with(".lst");
 }
 

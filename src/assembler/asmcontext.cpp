@@ -13,12 +13,12 @@ void asmreset(AsmContext& ctx, int flashsize) {
 }
 
 int asmlookup(const AsmContext& ctx, std::string_view name) {
-    const auto found = ctx.firstsymbol.find(asmuppercase(name));
+    const auto found = ctx.firstsymbol.find(uppercase(name));
     return found == ctx.firstsymbol.end() ? 0 : found->second + 1;
 }
 
 int asmaddsymbol(AsmContext& ctx, std::string_view name, int32_t value, int line) {
-    std::string upper = asmuppercase(name);
+    std::string upper = uppercase(name);
     ctx.firstsymbol.emplace(upper, static_cast<int>(ctx.symbols.size()));
     ctx.symbols.push_back(AsmSymbol{std::move(upper), line, value});
     return static_cast<int>(ctx.symbols.size());

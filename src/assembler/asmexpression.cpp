@@ -85,7 +85,7 @@ int32_t asmevalterm(const AsmContext& ctx, std::string_view text) {
 
 int32_t asmevalexpr(const AsmContext& ctx, std::string_view text) {
     enum class Prefix { None, Upper, High, Low } prefix = Prefix::None;
-    const std::string lower = asmlowercase(text.substr(0, 6));
+    const std::string lower = lowercase(text.substr(0, 6));
     if (lower.starts_with("upper ")) {
         prefix = Prefix::Upper;
         text.remove_prefix(6);

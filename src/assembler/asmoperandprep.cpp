@@ -49,7 +49,7 @@ std::optional<int> registerpair(std::string_view key) {
 }  // namespace
 
 std::string asmoperandprep(std::string_view text, std::string_view mnemonic) {
-    std::string key = asmuppercase(text);
+    std::string key = uppercase(text);
     std::erase(key, ' ');
 
     std::optional<int> value;

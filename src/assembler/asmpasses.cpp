@@ -28,7 +28,7 @@ bool startslabel(char c) {
 // Splits "MNEMONIC args" into the line's fields.
 void readstatement(AsmLine& line, const std::string& statement) {
     const size_t blank = statement.find(' ');
-    line.mnemonic = asmuppercase(statement.substr(0, blank));
+    line.mnemonic = uppercase(statement.substr(0, blank));
     const std::string arguments = blank == std::string::npos ? std::string() : asmtrim(statement.substr(blank + 1));
     const size_t comma = arguments.find(',');
     line.arg1 = asmtrim(arguments.substr(0, comma));
@@ -128,7 +128,7 @@ void asmpass1line(AsmContext& ctx, int number) {
     std::string rest = stripped;
     if (startslabel(stripped[0])) {
         const size_t blank = stripped.find(' ');
-        std::string name = asmuppercase(stripped.substr(0, blank));
+        std::string name = uppercase(stripped.substr(0, blank));
         rest = blank == std::string::npos ? std::string() : stripped.substr(blank);
         if (name.ends_with(':')) name.pop_back();
         if (name.size() > kAsmMaxLabelLength) {

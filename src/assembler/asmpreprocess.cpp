@@ -48,7 +48,7 @@ void asmpredefine(AsmContext& ctx, const AsmModel& model) {
 
 std::string asmpreprocess(const std::string& line) {
     const std::string cleaned = asmsqueezeline(asmstripline(line));
-    const std::string lower = asmlowercase(cleaned);
+    const std::string lower = lowercase(cleaned);
     for (std::string_view directive : kRemovedDirectives)
         if (lower.find(directive) != std::string::npos) return ";Line removed by AVR Assembler preprocessor: " + line;
     for (const Rewrite& rewrite : kRewrites) {

@@ -12,18 +12,6 @@ std::string asmtrim(std::string_view text) {
     return std::string(text.substr(first, last - first + 1));
 }
 
-std::string asmuppercase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return upper;
-}
-
-std::string asmlowercase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower;
-}
-
 std::string asmstripline(std::string_view text) {
     std::string line(text.substr(0, text.find(';')));
     std::replace(line.begin(), line.end(), '\t', ' ');
@@ -40,12 +28,12 @@ std::string asmsqueezeline(std::string_view text) {
 }
 
 std::string asmcleanline(std::string_view text) {
-    return asmuppercase(asmtrim(asmsqueezeline(asmstripline(text))));
+    return uppercase(asmtrim(asmsqueezeline(asmstripline(text))));
 }
 
 std::string asmreplacefirst(std::string_view text, std::string_view lowerneedle, std::string_view replacement) {
     std::string line(text);
-    const size_t at = asmlowercase(text).find(lowerneedle);
+    const size_t at = lowercase(text).find(lowerneedle);
     if (at != std::string::npos) line.replace(at, lowerneedle.size(), replacement);
     return line;
 }

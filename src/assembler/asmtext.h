@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
+#include "core/textcase.h"
+
 namespace velmora {
 
 std::string asmtrim(std::string_view text);
-std::string asmuppercase(std::string_view text);
-std::string asmlowercase(std::string_view text);
 
 // Cuts at the first ";" (quotes give no protection), turns tabs into blanks and removes
 // blanks at the right end.

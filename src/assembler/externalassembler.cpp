@@ -63,7 +63,7 @@ void runtool(const std::string& toolpath, const std::vector<std::string>& argume
 }  // namespace
 
 std::string asmincludefilename(const std::string& modelname) {
-    const std::string name = asmlowercase(modelname);
+    const std::string name = lowercase(modelname);
     if (name.starts_with("at90s")) return name.substr(5) + "def.inc";
     if (name.starts_with("attiny")) return "tn" + name.substr(6) + "def.inc";
     if (name.starts_with("atmega")) return "m" + name.substr(6) + "def.inc";

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "assembler/assemblefile.h"
+#include "core/textcase.h"
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/session.h"
@@ -14,14 +15,6 @@ namespace {
 
 void asmusage(std::ostream& err) { err << "usage: velmora-cli asm [--model NAME] FILE.asm\n"; }
 
-bool samename(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
-
 // The display name of the wanted model, or of the default one; empty after saying why not.
 std::string modelname(const ParsedArgs& parsed, std::ostream& err) {
     const ModelList list = modellist(modeldirectory());
@@ -32,7 +25,7 @@ std::string modelname(const ParsedArgs& parsed, std::ostream& err) {
     const std::optional<std::string> wanted = parsed.value("--model");
     if (!wanted) return list.defaultindex >= 0 ? list.models[static_cast<size_t>(list.defaultindex)].name : "";
     for (const ModelEntry& entry : list.models)
-        if (samename(entry.name, *wanted)) return entry.name;
+        if (sameignoringcase(entry.name, *wanted)) return entry.name;
     err << "velmora-cli: no model named '" << *wanted << "'; 'velmora-cli models' lists them\n";
     return {};
 }

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "core/peripherals.h"
+#include "core/textcase.h"
 #include "core/testmachine.h"
 #include "image/hexload.h"
 #include "models/datadirectory.h"
@@ -16,16 +17,9 @@
 namespace velmora {
 
 namespace {
-bool equalsignorecase(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
 bool hasextension(const std::string& path, const std::string& extension) {
     if (path.size() < extension.size()) return false;
-    return equalsignorecase(path.substr(path.size() - extension.size()), extension);
+    return sameignoringcase(path.substr(path.size() - extension.size()), extension);
 }
 }  // namespace
 
@@ -55,7 +49,7 @@ bool CliSession::selectmodel(const std::optional<std::string>& name) {
     if (name) {
         index = -1;
         for (size_t i = 0; i < list.models.size(); ++i)
-            if (equalsignorecase(list.models[i].name, *name)) index = static_cast<int>(i);
+            if (sameignoringcase(list.models[i].name, *name)) index = static_cast<int>(i);
         if (index < 0) {
             err_ << "velmora-cli: no model named '" << *name << "'; 'velmora-cli models' lists them\n";
             return false;

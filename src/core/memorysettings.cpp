@@ -3,13 +3,11 @@
 #include <cctype>
 #include <cstdlib>
 
+#include "core/textcase.h"
+
 namespace velmora {
 
-std::string MemorySettings::key(const std::string& name) {
-    std::string k = name;
-    for (char& c : k) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return k;
-}
+std::string MemorySettings::key(const std::string& name) { return lowercase(name); }
 
 std::string MemorySettings::getsetting(const std::string& name, const std::string& defaultvalue) {
     auto it = values_.find(key(name));

@@ -6,6 +6,8 @@
 #include <limits>
 #include <string>
 
+#include "core/textcase.h"
+
 namespace velmora {
 
 namespace {
@@ -43,12 +45,6 @@ struct Limits {
 
 constexpr Limits kLimits16{4, 16, 5, 65535};
 constexpr Limits kLimits32{8, 32, 10, 4294967295u};
-
-std::string uppercase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return upper;
-}
 
 bool fits(std::string_view upper, const Notation& n) {
     return upper.size() >= n.prefix.size() + n.suffix.size() && upper.starts_with(n.prefix) &&

@@ -14,18 +14,6 @@ std::string trim(std::string_view text) {
     return std::string(text.substr(first, last - first + 1));
 }
 
-std::string uppercase(std::string_view text) {
-    std::string out(text);
-    for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return out;
-}
-
-std::string lowercase(std::string_view text) {
-    std::string out(text);
-    for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return out;
-}
-
 bool isblankline(std::string_view text) { return text.find_first_not_of(" \t") == std::string_view::npos; }
 
 std::vector<std::string> splitfields(std::string_view text, char separator) {

@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "core/textcase.h"
+
 namespace velmora::models {
 
 std::string trim(std::string_view text);
-std::string uppercase(std::string_view text);
-std::string lowercase(std::string_view text);
 bool isblankline(std::string_view text);
 
 // Splits at every `separator`; an empty text gives one empty field.

@@ -13,7 +13,6 @@ namespace velmora {
 namespace {
 
 using models::trim;
-using models::uppercase;
 
 // Upper case, tabs as blanks, comment cut, runs of blanks reduced, trimmed.
 std::string cleandefinition(std::string_view line) {

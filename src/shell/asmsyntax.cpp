@@ -62,7 +62,7 @@ std::vector<AsmSpan> asmsyntaxspans(std::string_view line, const AsmKeywords& ke
         }
         const size_t start = at;
         while (at < comment && wordchar(line[at])) ++at;
-        if (keywords.count(asmuppercase(line.substr(start, at - start))))
+        if (keywords.count(uppercase(line.substr(start, at - start))))
             spans.push_back({start, at - start, AsmSpanKind::Keyword});
     }
     if (comment < line.size()) spans.push_back({comment, line.size() - comment, AsmSpanKind::Comment});

@@ -3,16 +3,12 @@
 #include <cctype>
 
 #include "core/numbers.h"
+#include "core/textcase.h"
 #include "shell/mainwindowfields.h"
 
 namespace velmora {
 
 namespace {
-std::string uppercased(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
-}
-
 // A data address the table row stands for, or -1 for a hardware stack level or a bad row.
 int rowaddress(const Machine& m, int tableindex) {
     if (tableindex < 0 || tableindex >= static_cast<int>(m.namedregisters.size())) return -1;
@@ -34,7 +30,7 @@ std::string pcprompt(const Machine& m) {
 }
 
 std::optional<uint8_t> bytefromanswer(const std::string& answer) {
-    std::string text = uppercased(answer);
+    std::string text = uppercase(answer);
     if (text.size() == 1) text.insert(0, "0");
     const int value = hexfield(text, 2);
     if (value < 0) return std::nullopt;
@@ -42,7 +38,7 @@ std::optional<uint8_t> bytefromanswer(const std::string& answer) {
 }
 
 std::optional<int32_t> pcfromanswer(const std::string& answer, const Machine& m) {
-    std::string text = uppercased(answer);
+    std::string text = uppercase(answer);
     if (text.empty() || text.size() > 6) return std::nullopt;
     text.insert(0, 6 - text.size(), '0');
     const int high = hexfield(text.substr(0, 2), 2), low = hexfield(text.substr(2), 4);

@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "core/textcase.h"
 #include "shell/settingnames.h"
 #include "shell/settingvalues.h"
 
@@ -13,13 +14,6 @@ std::string tabledefault(std::string_view name) {
     return info && info->defaultvalue ? *info->defaultvalue : std::string();
 }
 
-bool equalsnocase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::toupper(static_cast<unsigned char>(a[i])) != std::toupper(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
 }  // namespace
 
 std::string readsetting(SettingsAccess& settings, std::string_view name) {
@@ -29,7 +23,7 @@ std::string readsetting(SettingsAccess& settings, std::string_view name) {
 bool isswitchon(std::string_view text) {
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return equalsnocase(text, "ON") || text == "1" || text == "-1";
+    return sameignoringcase(text, "ON") || text == "1" || text == "-1";
 }
 
 bool readswitch(SettingsAccess& settings, std::string_view name) { return isswitchon(readsetting(settings, name)); }
@@ -37,7 +31,7 @@ bool readswitch(SettingsAccess& settings, std::string_view name) { return isswit
 void writeswitch(SettingsAccess& settings, std::string_view name, bool on) {
     const std::string style = tabledefault(name);
     std::string text;
-    if (equalsnocase(style, "ON") || equalsnocase(style, "OFF"))
+    if (sameignoringcase(style, "ON") || sameignoringcase(style, "OFF"))
         text = on ? "ON" : "OFF";
     else if (style == "-1")
         text = on ? "-1" : "0";

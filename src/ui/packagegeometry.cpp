@@ -22,6 +22,29 @@ int longestname(const std::vector<QString>& names, const QFontMetrics& fm) {
     return width + 4;
 }
 
+// A pin on the left or right side of the body whose row starts at `y`: leg, number inside
+// the body, then name, level and button outwards.
+PinGeometry sidepin(const QRect& body, bool left, int y, const Sizes& s, int namewidth, int numberwidth) {
+    PinGeometry p;
+    const int cy = y + s.pitch / 2;
+    if (left) {
+        p.leg = QRect(body.left() - s.leg, cy - s.legwidth / 2, s.leg, s.legwidth);
+        p.number = QRect(body.left() + 2, y, numberwidth, s.pitch);
+        p.name = QRect(p.leg.left() - s.gap - namewidth, y, namewidth, s.pitch);
+        p.namealign = Qt::AlignRight | Qt::AlignVCenter;
+        p.level = QRect(p.name.left() - s.gap - s.level, cy - s.button / 2, s.level, s.button);
+        p.button = QRect(p.level.left() - s.gap - s.button, cy - s.button / 2, s.button, s.button);
+    } else {
+        p.leg = QRect(body.right() + 1, cy - s.legwidth / 2, s.leg, s.legwidth);
+        p.number = QRect(body.right() - 1 - numberwidth, y, numberwidth, s.pitch);
+        p.name = QRect(p.leg.right() + 1 + s.gap, y, namewidth, s.pitch);
+        p.namealign = Qt::AlignLeft | Qt::AlignVCenter;
+        p.level = QRect(p.name.right() + 1 + s.gap, cy - s.button / 2, s.level, s.button);
+        p.button = QRect(p.level.right() + 1 + s.gap, cy - s.button / 2, s.button, s.button);
+    }
+    return p;
+}
+
 // Two rows of pins: left side top to bottom, right side bottom to top.
 PackageGeometry dual(int count, const Sizes& s, int namewidth, const QFontMetrics& fm) {
     PackageGeometry g;
@@ -33,28 +56,10 @@ PackageGeometry dual(int count, const Sizes& s, int namewidth, const QFontMetric
     g.size = QSize(g.body.right() + 1 + s.leg + outer + s.margin, top + bodyheight + s.margin);
     const int numberwidth = fm.horizontalAdvance("00") + 4;
     for (int i = 0; i < count; ++i) {
-        PinGeometry p;
         const bool left = i < perside;
         const int row = left ? i : count - 1 - i;
         const int y = g.body.top() + s.margin + row * s.pitch;
-        const int cy = y + s.pitch / 2;
-        const QRect cell(0, cy - s.legwidth / 2, 0, s.legwidth);
-        if (left) {
-            p.leg = QRect(g.body.left() - s.leg, cell.top(), s.leg, s.legwidth);
-            p.number = QRect(g.body.left() + 2, y, numberwidth, s.pitch);
-            p.name = QRect(p.leg.left() - s.gap - namewidth, y, namewidth, s.pitch);
-            p.namealign = Qt::AlignRight | Qt::AlignVCenter;
-            p.level = QRect(p.name.left() - s.gap - s.level, cy - s.button / 2, s.level, s.button);
-            p.button = QRect(p.level.left() - s.gap - s.button, cy - s.button / 2, s.button, s.button);
-        } else {
-            p.leg = QRect(g.body.right() + 1, cell.top(), s.leg, s.legwidth);
-            p.number = QRect(g.body.right() - 1 - numberwidth, y, numberwidth, s.pitch);
-            p.name = QRect(p.leg.right() + 1 + s.gap, y, namewidth, s.pitch);
-            p.namealign = Qt::AlignLeft | Qt::AlignVCenter;
-            p.level = QRect(p.name.right() + 1 + s.gap, cy - s.button / 2, s.level, s.button);
-            p.button = QRect(p.level.right() + 1 + s.gap, cy - s.button / 2, s.button, s.button);
-        }
-        g.pins.push_back(p);
+        g.pins.push_back(sidepin(g.body, left, y, s, namewidth, numberwidth));
     }
     return g;
 }
@@ -75,23 +80,7 @@ PackageGeometry quad(int count, const Sizes& s, int namewidth, const QFontMetric
         const int which = i / perside, k = i % perside;
         if (which == 0 || which == 2) {
             const int row = which == 0 ? k : perside - 1 - k;
-            const int y = g.body.top() + s.margin + row * s.pitch;
-            const int cy = y + s.pitch / 2;
-            if (which == 0) {
-                p.leg = QRect(g.body.left() - s.leg, cy - s.legwidth / 2, s.leg, s.legwidth);
-                p.number = QRect(g.body.left() + 2, y, numberwidth, s.pitch);
-                p.name = QRect(p.leg.left() - s.gap - namewidth, y, namewidth, s.pitch);
-                p.namealign = Qt::AlignRight | Qt::AlignVCenter;
-                p.level = QRect(p.name.left() - s.gap - s.level, cy - s.button / 2, s.level, s.button);
-                p.button = QRect(p.level.left() - s.gap - s.button, cy - s.button / 2, s.button, s.button);
-            } else {
-                p.leg = QRect(g.body.right() + 1, cy - s.legwidth / 2, s.leg, s.legwidth);
-                p.number = QRect(g.body.right() - 1 - numberwidth, y, numberwidth, s.pitch);
-                p.name = QRect(p.leg.right() + 1 + s.gap, y, namewidth, s.pitch);
-                p.namealign = Qt::AlignLeft | Qt::AlignVCenter;
-                p.level = QRect(p.name.right() + 1 + s.gap, cy - s.button / 2, s.level, s.button);
-                p.button = QRect(p.level.right() + 1 + s.gap, cy - s.button / 2, s.button, s.button);
-            }
+            p = sidepin(g.body, which == 0, g.body.top() + s.margin + row * s.pitch, s, namewidth, numberwidth);
         } else {
             const int column = which == 1 ? k : perside - 1 - k;
             const int x = g.body.left() + s.margin + column * s.pitch;

@@ -8,20 +8,13 @@
 #include <sstream>
 
 #include "cli/commands.h"
+#include "inprocess.h"
 
 namespace velmora {
 namespace {
 
-struct Result {
-    int code;
-    std::string out, err;
-};
-
-Result cli(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    const int code = clicommand(args, out, err);
-    return {code, out.str(), err.str()};
-}
+using Result = test::CliResult;
+Result cli(const std::vector<std::string>& args) { return test::runinprocess(args); }
 
 // The HEX files of the image tests, beside this folder's own (absent) data folder.
 const std::string kImageData =

@@ -7,21 +7,14 @@
 #include <sstream>
 
 #include "cli/commands.h"
+#include "inprocess.h"
 #include "cli/session.h"
 
 namespace velmora {
 namespace {
 
-struct Result {
-    int code;
-    std::string out, err;
-};
-
-Result run(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    const int code = clicommand(args, out, err);
-    return {code, out.str(), err.str()};
-}
+using Result = test::CliResult;
+Result run(const std::vector<std::string>& args) { return test::runinprocess(args); }
 
 std::string writeprogram(const std::string& name, const std::string& text) {
     const std::string path = testing::TempDir() + name;

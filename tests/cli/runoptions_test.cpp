@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "cli/commands.h"
+#include "inprocess.h"
 #include "cli/runoptions.h"
 #include "support/tempfolder.h"
 
@@ -131,16 +132,8 @@ TEST(RunOptions, CountsAndAddresses) {
     }
 }
 
-struct Result {
-    int code;
-    std::string out, err;
-};
-
-Result run(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    const int code = clicommand(args, out, err);
-    return {code, out.str(), err.str()};
-}
+using Result = test::CliResult;
+Result run(const std::vector<std::string>& args) { return test::runinprocess(args); }
 
 const std::string kEcho = std::string(VELMORA_TEST_DATA_DIR) + "/echo-atmega8.hex";
 
