@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <ostream>
@@ -84,7 +85,19 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     bool limitreached = false, breakpointhit = false;
     const uint64_t maxcycles = options->maxcycles, maxinstructions = options->maxinstructions;
     const std::vector<int32_t>& breakpoints = options->breakpoints;
-    if (maxcycles || maxinstructions || !breakpoints.empty()) {
+    if (maxcycles && !maxinstructions && breakpoints.empty()) {
+        // A cycle limit alone is a cycle the machine calls attention at, which keeps quiet
+        // stretches fast; it is checked right after the outside world's own turn.
+        const std::function<void()> betweensteps = run.onattention;
+        run.onattention = [&, betweensteps] {
+            betweensteps();
+            if (m.totalcycles >= maxcycles) {
+                limitreached = true;
+                run.menuspeed(kRateStep);
+            }
+            m.attentioncycle = std::min(m.attentioncycle, maxcycles);
+        };
+    } else if (maxcycles || maxinstructions || !breakpoints.empty()) {
         run.addhook(HookSlot::Breakpoints, 0, [&](RunControl& rc) {
             const Machine& mm = rc.machine();
             if ((maxcycles && mm.totalcycles >= maxcycles) || (maxinstructions && mm.totalinstructions >= maxinstructions)) {

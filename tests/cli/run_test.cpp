@@ -80,6 +80,23 @@ TEST(CliRun, ClockChangesTheTimeText) {
     EXPECT_NE(r.err.find("3 clock cycles or 0.38 \xC2\xB5s at 8 MHz."), std::string::npos) << r.err;
 }
 
+TEST(CliRun, ACycleLimitAloneStopsAtTheSameStepAsWithOtherLimits) {
+    // Alone, the limit rides on the machine's attention cycle; beside an instruction limit it
+    // is a per-step hook. Both must stop after the same step with the same state.
+    const std::string hex = std::string(VELMORA_TEST_DATA_DIR) + "/../../firmware/hex/crc-atmega328p.hex";
+    for (const char* cycles : {"1", "2", "3", "1000", "123457", "944000"}) {
+        SCOPED_TRACE(cycles);
+        const Result alone = run({"run", "--model", "ATmega328P", "--max-cycles", cycles, "--dump", hex});
+        const Result hooked = run({"run", "--model", "ATmega328P", "--max-cycles", cycles, "--max-instructions",
+                                   "999999999", "--dump", hex});
+        EXPECT_EQ(alone.code, kExitLimit);
+        EXPECT_EQ(hooked.code, kExitLimit);
+        EXPECT_EQ(alone.out, hooked.out);
+        const auto summary = [](const std::string& err) { return err.substr(err.find("Real-time")); };
+        EXPECT_EQ(summary(alone.err), summary(hooked.err));
+    }
+}
+
 TEST(WordFile, CommentsAndSeparators) {
     std::string error;
     const auto words = parsewordfile("; header\nE00A E010 ; two\n\n9588\n", error);
