@@ -648,10 +648,11 @@ constexpr bool registersonly(Op id) {
 }
 
 [[gnu::flatten]] QuietRun runquiet(Machine& m, uint32_t count) {
+    // No instruction moves the memories, so their places stay in registers. Without an
+    // interrupt table the I flag matters to nobody.
     const uint8_t interruptflag = m.interrupttable.empty() ? 0 : kFlagI;
-    // No instruction moves the memories, so their places stay in registers.
     const uint8_t* const program = m.progmem.data();
-    const uint8_t* const sreg = m.datamem.data() + kSregAddress;
+    const uint8_t* const sreg = interruptflag ? m.datamem.data() + kSregAddress : &interruptflag;
     const Op* const decoded = decodetable().data();
     m.laststep = Machine::LastStep::Instruction;
     m.endquiet = false;

@@ -56,8 +56,8 @@ void RunControl::fault(const std::string& text) {
     Machine& m = m_;
     m.stepstartcycles = m.totalcycles;
     if (m.peripheralwake > 0 && phases.externalinterrupts) phases.externalinterrupts(m);
-    const bool interruptsenabled = m.datamem[kSregAddress] & kFlagI;
-    const int pending = interruptsenabled && !m.interrupttable.empty() ? pendinginterrupt(m) : 0;
+    const bool interruptsenabled = !m.interrupttable.empty() && (m.datamem[kSregAddress] & kFlagI);
+    const int pending = interruptsenabled ? pendinginterrupt(m) : 0;
     if (pending != 0 && !m.afterreti) {
         enterinterrupt(m, pending);
     } else {
@@ -100,7 +100,7 @@ bool RunControl::quiet() const {
     const Machine& m = m_;
     return hooks_.empty() && (!ekran || (rate_ == kRateUltimate && !ultimaterefresh_)) && m.peripheralwake <= 0 &&
            !m.afterreti && !m.attention && m.totalcycles < m.attentioncycle &&
-           !((m.datamem[kSregAddress] & kFlagI) && !m.interrupttable.empty());
+           !(!m.interrupttable.empty() && (m.datamem[kSregAddress] & kFlagI));
 }
 
 // The steps of a quiet machine, as step() would run them, with only the tests that can end
