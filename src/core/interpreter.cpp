@@ -648,10 +648,13 @@ constexpr bool registersonly(Op id) {
 }
 
 [[gnu::flatten]] QuietRun runquiet(Machine& m, uint32_t count) {
-    // No instruction moves the memories, so their places stay in registers. Without an
-    // interrupt table the I flag matters to nobody.
-    const uint8_t interruptflag = m.interrupttable.empty() ? 0 : kFlagI;
+    // No instruction moves the memories, so their places stay in registers. Interrupts set
+    // within the run end it; when they were already set, nothing was pending and only a write
+    // to an interrupt's register (which ends the run too) can change that. Without an interrupt
+    // table the I flag matters to nobody.
     const uint8_t* const program = m.progmem.data();
+    const uint8_t interruptflag =
+        m.interrupttable.empty() || (m.datamem[kSregAddress] & kFlagI) ? 0 : kFlagI;
     const uint8_t* const sreg = interruptflag ? m.datamem.data() + kSregAddress : &interruptflag;
     const Op* const decoded = decodetable().data();
     m.laststep = Machine::LastStep::Instruction;

@@ -103,6 +103,7 @@ enum SideEffect : uint8_t {
     kEffectWrite = 2,
     kEffectWake = 4,       // a peripheral phase reads it: a write wakes the phases
     kEffectClearFlag = 8,  // an interrupt flag that a written 1 clears
+    kEffectInterrupt = 16, // an interrupt's enable or flag register: a write may make one pending
 };
 
 // Bytes sent by the USART that no front end has taken yet; when full, the oldest give way.
@@ -191,6 +192,7 @@ struct Machine {
     // can move them from it.
     int peripheralwake = 3;
     bool peripheralsalwaysawake = false;  // the model puts a peripheral register among R0..R31
+    bool interruptsuntracked = false;     // an interrupt's enable or flag is among R0..R31
     // The outside world (a terminal, scheduled inputs) wants its turn after this step, or once
     // totalcycles reaches attentioncycle.
     bool attention = false;

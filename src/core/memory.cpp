@@ -44,10 +44,19 @@ void marksideeffects(Machine& m) {
         mark(m, m.roles.adcl, kEffectRead);
         mark(m, m.roles.adch, kEffectRead);
     }
-    for (const InterruptEntry& e : m.interrupttable)
+    m.interruptsuntracked = false;
+    for (const InterruptEntry& e : m.interrupttable) {
         // An entry without a flag field tests R0, so address 0 is marked here on purpose.
         if (e.polarity == 1 && e.flagaddress >= 0 && e.flagaddress < m.dataspacesize)
             m.sideeffects[e.flagaddress] |= kEffectWrite | kEffectClearFlag;
+        // Whether an interrupt is pending changes only with these cells (and SREG's I flag);
+        // the instructions change R0..R31 without this path.
+        for (const int address : {e.enableaddress, e.flagaddress}) {
+            if (address >= 0 && address < kRegisterFileSize) m.interruptsuntracked = true;
+            if (address >= kRegisterFileSize && address < m.dataspacesize)
+                m.sideeffects[address] |= kEffectWrite | kEffectInterrupt;
+        }
+    }
     markwake(m);
 }
 
@@ -97,6 +106,7 @@ void datamemwriteslow(Machine& m, int address, uint8_t value, uint8_t bits) {
         wakeperipherals(m);
         m.attention = true;
     }
+    if (effects & kEffectInterrupt) m.endquiet = true;
     if (effects & kEffectClearFlag) {
         for (const InterruptEntry& e : m.interrupttable) {
             if (e.polarity != 1 || e.flagaddress != address) continue;

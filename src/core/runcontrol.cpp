@@ -100,7 +100,8 @@ bool RunControl::quiet() const {
     const Machine& m = m_;
     return hooks_.empty() && (!ekran || (rate_ == kRateUltimate && !ultimaterefresh_)) && m.peripheralwake <= 0 &&
            !m.afterreti && !m.attention && m.totalcycles < m.attentioncycle &&
-           !(!m.interrupttable.empty() && (m.datamem[kSregAddress] & kFlagI));
+           !(!m.interrupttable.empty() && (m.datamem[kSregAddress] & kFlagI) &&
+             (m.interruptsuntracked || pendinginterrupt(m) != 0));
 }
 
 // The steps of a quiet machine, as step() would run them, with only the tests that can end

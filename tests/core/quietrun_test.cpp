@@ -16,9 +16,9 @@ constexpr uint16_t kSei = 0x9478;
 uint16_t inc(int d) { return static_cast<uint16_t>(0x9403 | (d << 4)); }
 
 // A ready-type interrupt (pending while its status bit is clear) enabled before interrupts
-// are; its handler counts in r18 and disables itself.
+// are, or (`seifirst`) after them; its handler counts in r18 and disables itself.
 struct QuietMachine : Sim {
-    QuietMachine() : Sim(4096, 2048, 64) {
+    explicit QuietMachine(bool seifirst = false) : Sim(4096, 2048, 64) {
         m.interrupttable = {{"ERDY", 0x10, "", kEnableIo + 32, 0x08, kStatusIo + 32, 0x02, 0}};
         for (int a : {kEnableIo + 32, kStatusIo + 32}) m.datamask[a] = 0xFF;
         marksideeffects(m);
@@ -34,7 +34,10 @@ struct QuietMachine : Sim {
         program[0x10] = inc(18);
         program[0x11] = out(kEnableIo, 1);
         program[0x12] = kReti;
+        if (seifirst) std::swap(program[4], program[0x0A]);
         load(program);
+        // No peripherals here: the phases may rest, so the fast rates run quiet.
+        run.phases.busy = [](const Machine&) { return false; };
     }
 };
 
@@ -63,6 +66,21 @@ TEST(QuietRun, InterruptsEnabledInAQuietRunAreTakenWhereSingleStepsTakeThem) {
     EXPECT_EQ(state(fast), state(stepped));
     EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";
     EXPECT_EQ(fast.m.datamem[17], 6);
+}
+
+TEST(QuietRun, AWriteThatEnablesAnInterruptEndsAQuietRunWithInterruptsOn) {
+    // Interrupts on and nothing pending: the run stays quiet until the OUT that enables one.
+    QuietMachine stepped(true);
+    stepped.run.menuspeed(kRateStep);
+    stepped.run.menustart();
+    for (int i = 0; i < 100 && stepped.m.simulationrunning; ++i) stepped.run.menustep();
+    ASSERT_FALSE(stepped.m.simulationrunning);
+
+    QuietMachine fast(true);
+    fast.run.menuspeed(kRateUltimate);
+    fast.run.menustart();
+    EXPECT_EQ(state(fast), state(stepped));
+    EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";
 }
 
 TEST(QuietRun, BreakStopsAtItsOwnInstruction) {

@@ -64,6 +64,18 @@ struct Chip : Sim {
     }
 };
 
+TEST(OnChipPeripherals, EveryShippedModelLetsItsPeripheralsAndInterruptsBeTracked) {
+    // Registers among R0..R31 would keep every phase and the interrupt scan in every step.
+    for (const ModelEntry& entry : modellist(std::string(VELMORA_SOURCE_DATA_DIR) + "/models").models) {
+        SCOPED_TRACE(entry.name);
+        Machine m;
+        ModelDefinitions definitions;
+        ASSERT_TRUE(modelload(std::string(VELMORA_SOURCE_DATA_DIR) + "/models", entry.name, {}, m, definitions).ok);
+        EXPECT_FALSE(m.peripheralsalwaysawake);
+        EXPECT_FALSE(m.interruptsuntracked);
+    }
+}
+
 TEST(OnChipPeripherals, BitPositionsOfTheDataSheets) {
     struct Case {
         const char* model;
