@@ -34,16 +34,16 @@ std::span<const PeripheralTime> peripheraltimes() { return kTimes; }
 
 std::string allowedrange(const PeripheralTime& time) { return rangetext(time.low, time.high); }
 
-std::optional<int32_t> asknumberinrange(Messenger& messenger, const AskNumber& ask, const std::string& prompt,
-                                        const std::string& current, int32_t low, int32_t high) {
+NumberAnswer asknumberinrange(Messenger& messenger, const AskNumber& ask, const std::string& prompt,
+                              const std::string& current, int32_t low, int32_t high) {
     const std::optional<std::string> answer = ask(prompt, current);
-    if (!answer || blank(*answer)) return std::nullopt;
+    if (!answer || blank(*answer)) return {.value = std::nullopt, .cancelled = true};
     const int64_t value = lenientdecimal(*answer);
     if (value < low || value > high) {
         messenger.show(rangetext(low, high), MessageKind::Exclamation);
-        return std::nullopt;
+        return {};
     }
-    return static_cast<int32_t>(value);
+    return {.value = static_cast<int32_t>(value)};
 }
 
 void readperipheraltimes(Machine& m, SettingsAccess& settings) {
@@ -59,18 +59,11 @@ TimeChange changeperipheraltime(Machine& m, SettingsAccess& settings, Messenger&
         messenger.show("Please stop the simulation first.", MessageKind::Exclamation);
         return TimeChange::Refused;
     }
-    bool cancelled = false;
-    const AskNumber asked = [&](const std::string& prompt, const std::string& current) {
-        std::optional<std::string> answer = ask(prompt, current);
-        cancelled = !answer || blank(*answer);
-        return answer;
-    };
-    const std::optional<int32_t> value = asknumberinrange(messenger, asked, time.prompt,
-                                                          std::to_string(static_cast<int64_t>(m.*time.value)),
-                                                          time.low, time.high);
-    if (!value) return cancelled ? TimeChange::Cancelled : TimeChange::OutOfRange;
-    settings.putsettingdword(time.setting, *value);
-    m.*time.value = static_cast<float>(*value);
+    const NumberAnswer answer = asknumberinrange(
+        messenger, ask, time.prompt, std::to_string(static_cast<int64_t>(m.*time.value)), time.low, time.high);
+    if (!answer.value) return answer.cancelled ? TimeChange::Cancelled : TimeChange::OutOfRange;
+    settings.putsettingdword(time.setting, *answer.value);
+    m.*time.value = static_cast<float>(*answer.value);
     return TimeChange::Changed;
 }
 

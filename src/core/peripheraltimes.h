@@ -39,10 +39,14 @@ void readperipheraltimes(Machine& m, SettingsAccess& settings);
 // Asks for a number with a prompt and the current value; nothing when the user cancelled.
 using AskNumber = std::function<std::optional<std::string>(const std::string& prompt, const std::string& current)>;
 
-// Asks for a whole number; nothing when cancelled or blank, and nothing after telling the
-// allowed range when the answer is outside [low, high].
-std::optional<int32_t> asknumberinrange(Messenger& messenger, const AskNumber& ask, const std::string& prompt,
-                                        const std::string& current, int32_t low, int32_t high);
+// A whole number asked for: no value when the answer was cancelled or blank, or when it was
+// outside [low, high], which has then been told with the allowed range.
+struct NumberAnswer {
+    std::optional<int32_t> value;
+    bool cancelled = false;
+};
+NumberAnswer asknumberinrange(Messenger& messenger, const AskNumber& ask, const std::string& prompt,
+                              const std::string& current, int32_t low, int32_t high);
 
 enum class TimeChange { Changed, Refused, Cancelled, OutOfRange };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/numbers.h"
 #include "image/programcommands.h"
 #include "shell/mainwindowmenus.h"
 #include "shell/settingnames.h"
@@ -109,9 +108,10 @@ void OptionCommands::change(const std::string& control) {
         return;
     }
     if (control != kUltimateRefresh) return;
-    const std::optional<int32_t> value = asknumberinrange(messenger_, ask, kUltimateRefreshPrompt,
-                                                          std::to_string(options_.ultimatetimer), kUltimateLow,
-                                                          kUltimateHigh);
+    const std::optional<int32_t> value =
+        asknumberinrange(messenger_, ask, kUltimateRefreshPrompt, std::to_string(options_.ultimatetimer), kUltimateLow,
+                         kUltimateHigh)
+            .value;
     if (!value) return;
     options_.ultimatetimer = *value;
     settings_.putsetting(kUltimateTimer, settingtext(*value));
