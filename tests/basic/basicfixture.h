@@ -1,0 +1,71 @@
+#pragma once
+// Shipped models as the BASIC compiler sees them, and compiles of one-off sources.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "assembler/asmassemble.h"
+#include "basic/basiccompile.h"
+#include "basic/basicmodel.h"
+#include "core/machine.h"
+#include "models/modelfile.h"
+
+namespace velmora::test {
+
+struct LoadedModel {
+    Machine machine;
+    ModelDefinitions definitions;
+    BasicModel basic;
+    AsmModel assembler;
+};
+
+// The shipped model of that name at 4 MHz, loaded once per test program.
+inline const LoadedModel& loadedmodel(const std::string& name) {
+    static std::map<std::string, std::unique_ptr<LoadedModel>> cache;
+    std::unique_ptr<LoadedModel>& entry = cache[name];
+    if (!entry) {
+        entry = std::make_unique<LoadedModel>();
+        const ModelLoadResult loaded = modelload(std::string(VELMORA_SOURCE_DATA_DIR) + "/models", name, ModelOptions{},
+                                                 entry->machine, entry->definitions);
+        EXPECT_TRUE(loaded.ok) << name << ": " << loaded.message;
+        entry->basic = basicmodelof(entry->machine, entry->definitions, "4.0 MHz", 4);
+        entry->assembler = asmmodelof(entry->machine, entry->definitions);
+    }
+    return *entry;
+}
+
+inline const BasicModel& basicmodel(const std::string& name) { return loadedmodel(name).basic; }
+
+inline BasicCompileResult compilebasic(const std::string& source, const std::string& model = "ATmega32",
+                                       const CompileOptions& options = {}) {
+    return basiccompile(source, basicmodel(model), options);
+}
+
+// The generated lines, CR LF removed.
+inline std::vector<std::string> asmlines(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    while (start <= text.size()) {
+        const size_t end = text.find("\r\n", start);
+        lines.push_back(text.substr(start, end == std::string::npos ? std::string::npos : end - start));
+        if (end == std::string::npos) break;
+        start = end + 2;
+    }
+    return lines;
+}
+
+}  // namespace velmora::test
+
+namespace velmora::test {
+
+// The generated text through the project's assembler, as Compile & Assemble does.
+inline AsmContext assemblegenerated(const std::string& asmtext, const std::string& model) {
+    AsmContext ctx;
+    asmassemblelines(ctx, asmlines(asmtext), loadedmodel(model).assembler);
+    return ctx;
+}
+
+}  // namespace velmora::test
