@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "basic/asmrow.h"
+#include "basic/assignment.h"
 #include "basic/declarations.h"
 #include "basic/jumps.h"
 #include "basic/tokens.h"
@@ -120,7 +121,8 @@ const Rule kRules[] = {
     {12, [](const Tokens& t) { return assignment(t) && t[3].starts_with("LookUp("); }, notyet},
     {13, [](const Tokens& t) { return assignment(t) && t[3] == "Not" && t.count() <= 4; }, notyet},
     {14, [](const Tokens& t) { return twooperands(t, {"And", "Or", "Xor", "Nor", "Nand", "Nxor"}); }, notyet},
-    {15, [](const Tokens& t) { return assignment(t) && t.count() <= 3; }, notyet},
+    {15, [](const Tokens& t) { return assignment(t) && t.count() <= 3; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return assign(ctx, t[1], t[3]); }},
     {16, [](const Tokens& t) { return twooperands(t, {"-", "+", "*", "/", "Mod"}); }, notyet},
     {17, assignment, notyet},
     // Pins.

@@ -62,13 +62,26 @@ std::string trimmed(std::string text) {
     return text.substr(start);
 }
 
+// Where "ASM:" begins a row, behind an optional line label; npos for other rows.
+size_t asmmarker(std::string_view row) {
+    size_t at = 0;
+    while (at < row.size() && blank(row[at])) ++at;
+    if (row.size() - at >= 4 && sameignoringcase(row.substr(at, 4), "ASM:")) return at;
+    size_t end = at;
+    while (end < row.size() && wordchar(row[end])) ++end;
+    if (end == at || end >= row.size() || row[end] != ':') return std::string_view::npos;
+    at = end + 1;
+    while (at < row.size() && blank(row[at])) ++at;
+    return row.size() - at >= 4 && sameignoringcase(row.substr(at, 4), "ASM:") ? at : std::string_view::npos;
+}
+
 }  // namespace
 
 std::string cleanbasicline(std::string_view row, const KeywordSpelling& keywords) {
-    size_t first = 0;
-    while (first < row.size() && blank(row[first])) ++first;
-    if (row.size() - first >= 4 && sameignoringcase(row.substr(first, 4), "ASM:"))
-        return trimmed("ASM:" + foldblanks(row.substr(first + 4)));
+    const size_t asmat = asmmarker(row);
+    if (asmat != std::string_view::npos)
+        return cleanbasicline(row.substr(0, asmat), keywords) + (asmat > 0 ? " " : "") +
+               trimmed("ASM:" + foldblanks(row.substr(asmat + 4)));
 
     std::string out;
     bool instring = false;

@@ -69,3 +69,47 @@ inline AsmContext assemblegenerated(const std::string& asmtext, const std::strin
 }
 
 }  // namespace velmora::test
+
+#include "assembler/asmhexfile.h"
+#include "core/memorysettings.h"
+#include "core/runcontrol.h"
+#include "support/simfixture.h"
+
+namespace velmora::test {
+
+// Compiles, assembles and runs a program on the model until it reaches a jump to itself
+// (End or Halt); the machine as it stands then. Fails the test on a compile or assembly error.
+struct BasicRun {
+    Machine m;
+    RecordingMessenger messenger;
+    ScriptedClock clock;
+    MemorySettings settings;
+    bool stopped = false;
+
+    BasicRun(const std::string& source, const std::string& model, long maxsteps = 1000000) {
+        const BasicCompileResult compiled = compilebasic(source, model);
+        EXPECT_TRUE(compiled.ok) << compiled.error;
+        AsmContext assembled = assemblegenerated(compiled.asmtext, model);
+        EXPECT_EQ(assembled.asmerrors, 0);
+        const int last = asmbuildimage(assembled);
+        m = loadedmodel(model).machine;
+        clean(m);
+        for (int at = 0; at <= last && at < static_cast<int>(m.progmem.size()); ++at)
+            m.progmem[static_cast<size_t>(at)] = assembled.image[static_cast<size_t>(at)];
+        RunControl run{m, messenger, clock, settings};
+        for (long step = 0; step < maxsteps && !stopped; ++step) {
+            const int32_t before = m.pc;
+            run.simulatestep();
+            stopped = m.pc == before;
+        }
+        EXPECT_TRUE(stopped) << "no self-jump reached";
+    }
+    uint8_t at(int address) const { return m.datamem[static_cast<size_t>(address)]; }
+    uint32_t value(int address, int bytes) const {
+        uint32_t v = 0;
+        for (int k = bytes - 1; k >= 0; --k) v = v << 8 | at(address + k);
+        return v;
+    }
+};
+
+}  // namespace velmora::test

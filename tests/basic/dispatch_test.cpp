@@ -27,6 +27,7 @@ TEST(BasicLineCleaner, SpellsSpacesAndKeepsStringsAndComments) {
         {"x = $FF + 0x1F", "x = $FF + 0x1F"},
         {"a = b 'Keep  THIS = as typed", "a = b 'Keep  THIS = as typed"},
         {"asm:   LD  R16 , X+", "ASM: LD R16 , X+"},
+        {"Again:  asm:  ldi r16,Count", "again: ASM: ldi r16,Count"},
         {"Loop:\tHalt", "loop: Halt"},
         {"\t ", ""},
     };
@@ -71,7 +72,8 @@ TEST(BasicDispatch, OneLineIfTakesOnlyItsStatements) {
         {"End", ": Invalid statement in IF THEN line."},
         {"Dim a As Byte", ": Invalid statement in IF THEN line."},
         {"Goto", ": Syntax error."},
-        {"x = 1", ": This statement is not supported yet by this version of the compiler."},
+        {"PORTB = 1", ""},
+        {"x = 1 + 2", ": This statement is not supported yet by this version of the compiler."},
     };
     for (const auto& [statement, error] : cases) {
         ctx.error.clear();

@@ -53,6 +53,10 @@ TEST(BasicMessages, EachProgramStopsWithItsMessage) {
         {"ATmega32", "ASM:", "Error in line 1: Syntax error."},
         {"ATtiny12", "Serout PORTB.0, 9600, 1", "Error in line 1: " + limited},
         {"ATtiny12", "x = Pointer(y)", "Error in line 1: " + limited},
+        {"ATmega32", "x = 1", "Error in line 1: Incorrect argument."},
+        {"ATmega32", "Dim b As Byte\r\nb = 256", "Error in line 2: Argument '256' is not a valid Byte type constant."},
+        {"ATmega32", "Dim b As Bit\r\nDim w As Word\r\nb = w", "Error in line 3: Word variable can not be assigned to Bit variable."},
+        {"ATmega32", "Dim b As Bit\r\nDim l As Long\r\nl = b", "Error in line 3: Bit variable can not be assigned to Long variable."},
         {"ATtiny13", "Dim a(100) As Byte",
          "Not enough SRAM memory available for declared variables.\nTotal number of SRAM locations: 64\n"
          "Number of locations required by system: 0\nNumber of locations required by user program: 100"},
