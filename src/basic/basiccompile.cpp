@@ -7,6 +7,7 @@
 
 #include "assembler/asminstructions.h"
 #include "basic/declarations.h"
+#include "basic/defines.h"
 #include "basic/emit.h"
 #include "basic/keywords.h"
 #include "basic/linecleaner.h"
@@ -62,6 +63,7 @@ void resetsweep(CompileContext& ctx) {
 
 bool basicsweep(CompileContext& ctx, const std::string& source, const KeywordSpelling& spelling) {
     resetsweep(ctx);
+    if (!ctx.secondsweep) definedefaults(ctx);  // the second sweep applies each Define again
     preparememory(ctx);
     loadsource(ctx, source, spelling);
     loadsystemsymbols(ctx);
@@ -182,6 +184,7 @@ BasicCompileResult basiccompile(const std::string& source, const BasicModel& mod
     result.ok = true;
     result.asmtext = joinlines(ctx.outputlines);
     result.outputwords = ctx.outputwords;
+    if (ctx.clockdefined) result.definedclock = ctx.clockmhz;
     result.memoryusage = ctx.memoryusage;
     countinstructions(result.asmtext, result);
     if (options.compatiblelisting) result.asmtext = compatiblelisting(result.asmtext, model.datasize);

@@ -27,6 +27,7 @@ struct BasicCompileResult {
     std::vector<int> memoryusage;       // per data address, MemoryUse
     std::vector<InstructionCount> statistics;  // every mnemonic, alphabetical
     int totalinstructions = 0;
+    double definedclock = 0;  // the clock in MHz a CLOCK_FREQUENCY Define set, 0 when none
 };
 
 // The clock warning shown before compiling with a clock that is no whole number of MHz.

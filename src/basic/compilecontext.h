@@ -121,6 +121,7 @@ struct CompileContext {
     // Define parameters by name; the clock is kept apart.
     std::map<std::string, int> defines;
     double clockmhz = 0;
+    bool clockdefined = false;  // CLOCK_FREQUENCY set the clock
 
     // The first error ends the compile: its text behind "Error in line N".
     std::string error;

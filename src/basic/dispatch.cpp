@@ -7,6 +7,7 @@
 #include "basic/asmrow.h"
 #include "basic/assignment.h"
 #include "basic/declarations.h"
+#include "basic/defines.h"
 #include "basic/jumps.h"
 #include "basic/tokens.h"
 
@@ -106,7 +107,8 @@ const Rule kRules[] = {
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return declaresymbol(ctx, t[2], t[4]); }},
     {5, [](const Tokens& t) { return t[1] == "Const" && t[3] == "=" && t.count() <= 4; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return declareconstant(ctx, t[2], t[4]); }},
-    {6, [](const Tokens& t) { return t[1] == "Define" && t[3] == "=" && t.count() <= 4; }, notyet},
+    {6, [](const Tokens& t) { return t[1] == "Define" && t[3] == "=" && t.count() <= 4; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return definestatement(ctx, t[2], t[4]); }},
     {7, [](const Tokens& t) { return t[1].starts_with("ASM:"); },
      [](CompileContext& ctx, const Tokens&, const std::string& row) { return asmrow(ctx, row.substr(4)); }},
     // Assignments.
