@@ -58,6 +58,7 @@ void resetsweep(CompileContext& ctx) {
     ctx.whilestack.clear();
     ctx.forstack.clear();
     ctx.ifstack.clear();
+    ctx.selectstack.clear();
     ctx.currentline = 0;
 }
 

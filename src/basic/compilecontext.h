@@ -61,6 +61,25 @@ struct JumpLine {
     int targetindex = -1;
 };
 
+struct WhileLevel {
+    std::string start, end;
+};
+
+struct ForLevel {
+    std::string variable, start, exit, step;
+};
+
+struct IfLevel {
+    std::string first;   // the false target
+    std::string second;  // the end target, set by Else
+    bool haselse = false;
+};
+
+struct SelectLevel {
+    std::string variable;
+    int count = 0;  // Case branches opened
+};
+
 struct CompileOptions {
     bool allowarbitrarybitnames = false;  // "Allow Arbitrary Use of Official Bit Names"
     bool compatiblelisting = false;       // "MPASMWIN Listing"
@@ -115,8 +134,11 @@ struct CompileContext {
     std::string exitlabel;
     bool afterend = false;
 
-    // Open statement blocks; a later family pushes and pops them.
-    std::vector<int> whilestack, forstack, ifstack;
+    // Open statement blocks.
+    std::vector<WhileLevel> whilestack;
+    std::vector<ForLevel> forstack;
+    std::vector<IfLevel> ifstack;
+    std::vector<SelectLevel> selectstack;
 
     // Define parameters by name; the clock is kept apart.
     std::map<std::string, int> defines;

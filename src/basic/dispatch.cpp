@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "basic/asmrow.h"
+#include "basic/controlflow.h"
 #include "basic/assignment.h"
 #include "basic/declarations.h"
 #include "basic/defines.h"
@@ -76,6 +77,10 @@ bool notyet(CompileContext& ctx, const Tokens&, const std::string&) {
 
 bool accept(CompileContext&, const Tokens&, const std::string&) { return true; }
 
+bool whilerow(CompileContext& ctx, const Tokens& t, const std::string&) { return whilestatement(ctx, t); }
+
+bool ifrow(CompileContext& ctx, const Tokens& t, const std::string&) { return ifstatement(ctx, t); }
+
 bool assignment(const Tokens& t) { return t[2] == "="; }
 
 // An operand of a two-operand form; a bracket that is no array element's belongs to an expression.
@@ -134,40 +139,51 @@ const Rule kRules[] = {
          return (t[1] == "While" && t.count() == 2) || (t[1] == "While" && t[2] == "Not" && t.count() == 3) ||
                 (t[1] == "Wend" && t.count() == 1);
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return t[1] == "Wend" ? wendstatement(ctx) : whilestatement(ctx, t);
+     }},
     {20, [](const Tokens& t) {
          return t[1] == "While" && countword(t, "Or", 2, t.count()) > 0 && countword(t, "And", 2, t.count()) == 0;
      },
-     notyet},
-    {21, [](const Tokens& t) { return t[1] == "While" && countword(t, "Or", 2, t.count()) == 0; }, notyet},
+     whilerow},
+    {21, [](const Tokens& t) { return t[1] == "While" && countword(t, "Or", 2, t.count()) == 0; }, whilerow},
     {22, [](const Tokens& t) {
          const int then = thenposition(t);
          return t[1] == "If" && countword(t, "Then", 1, t.count()) == 1 && (then == 3 || then == 4);
      },
-     notyet},
+     ifrow},
     {23, [](const Tokens& t) {
          const int then = thenposition(t);
          return t[1] == "If" && countword(t, "Then", 1, t.count()) == 1 && countword(t, "Or", 2, then) > 0 &&
                 countword(t, "And", 2, then) == 0;
      },
-     notyet},
+     ifrow},
     {24, [](const Tokens& t) {
          const int then = thenposition(t);
          return t[1] == "If" && countword(t, "Then", 1, t.count()) == 1 && countword(t, "Or", 2, then) == 0;
      },
-     notyet},
-    {25, [](const Tokens& t) { return oneof(t[1], {"Else", "Endif"}) && t.count() == 1; }, notyet},
+     ifrow},
+    {25, [](const Tokens& t) { return oneof(t[1], {"Else", "Endif"}) && t.count() == 1; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return t[1] == "Else" ? elsestatement(ctx) : endifstatement(ctx);
+     }},
     {26, [](const Tokens& t) {
          return (t[1] == "Select" && t[2] == "Case" && t.count() == 3) || t[1] == "Case" ||
                 (t[1] == "EndSelect" && t.count() == 1);
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (t[1] == "Select") return selectstatement(ctx, t[3]);
+         if (t[1] == "EndSelect") return endselectstatement(ctx);
+         if (t[2] == "Else" && t.count() == 2) return caseelsestatement(ctx);
+         return casestatement(ctx, t.from(2));
+     }},
     {27, [](const Tokens& t) {
          return t[1] == "For" && t[3] == "=" && t[5] == "To" && (t.count() == 6 || (t.count() == 8 && t[7] == "Step"));
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return forstatement(ctx, t); }},
     // Jumps.
-    {28, [](const Tokens& t) { return t[1] == "Next" && t.count() == 2; }, notyet},
+    {28, [](const Tokens& t) { return t[1] == "Next" && t.count() == 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return nextstatement(ctx, t[2]); }},
     {28, [](const Tokens& t) { return t[1] == "Goto" && t.count() == 2; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return gotostatement(ctx, t[2]); }},
     {28, [](const Tokens& t) { return t[1] == "Gosub" && t.count() == 2; },

@@ -187,6 +187,23 @@ void loadoperandbyte3(CompileContext& ctx, const Operand& op, const std::string&
         emitcode(ctx, "MOV " + r + ",R15");
 }
 
+bool loadoperand(CompileContext& ctx, const Operand& op, int bytes, int first) {
+    const std::string r0 = "R" + std::to_string(first);
+    if (!(bytes == 1 ? loadoperandbyte0(ctx, op, r0) : loadoperandword0(ctx, op, r0))) return false;
+    if (bytes > 1) loadoperandbyte1(ctx, op, "R" + std::to_string(first + 1));
+    if (bytes > 2) {
+        loadoperandbyte2(ctx, op, "R" + std::to_string(first + 2));
+        loadoperandbyte3(ctx, op, "R" + std::to_string(first + 3));
+    }
+    return true;
+}
+
+void storeresult(CompileContext& ctx, int type, int32_t address, int bytes, int first) {
+    using Storer = void (*)(CompileContext&, int, int32_t, const std::string&);
+    static const Storer kStores[] = {storeresultbyte0, storeresultbyte1, storeresultbyte2, storeresultbyte3};
+    for (int k = 0; k < bytes && k < 4; ++k) kStores[k](ctx, type, address, "R" + std::to_string(first + k));
+}
+
 void storeresultbyte0(CompileContext& ctx, int type, int32_t address, const std::string& r) {
     if (type == kTypeByteIndexed || type == kTypeWordIndexed) {
         elementpointer(ctx, {type, "", address}, 'Y');

@@ -29,6 +29,11 @@ void loadoperandbyte1(CompileContext& ctx, const Operand& op, const std::string&
 void loadoperandbyte2(CompileContext& ctx, const Operand& op, const std::string& reg);
 void loadoperandbyte3(CompileContext& ctx, const Operand& op, const std::string& reg);
 
+// The low `bytes` bytes of an operand into R<first> upwards (a constant taken as a Long beyond
+// one byte), and their store back; false after the error.
+bool loadoperand(CompileContext& ctx, const Operand& op, int bytes, int first);
+void storeresult(CompileContext& ctx, int type, int32_t address, int bytes, int first);
+
 void storeresultbyte0(CompileContext& ctx, int type, int32_t address, const std::string& reg);
 void storeresultbyte1(CompileContext& ctx, int type, int32_t address, const std::string& reg);
 void storeresultbyte2(CompileContext& ctx, int type, int32_t address, const std::string& reg);
