@@ -49,6 +49,7 @@ void resetsweep(CompileContext& ctx) {
     ctx.ininterrupt = false;
     ctx.symbols.clear();
     ctx.constants.clear();
+    ctx.temporaries.clear();
     ctx.plan = {};
     ctx.startfromzero = ctx.stephold = ctx.i2cprepare = ctx.spiprepare = ctx.interrupts = false;
     ctx.interruptused.assign(ctx.model->interrupts.size(), false);

@@ -112,6 +112,7 @@ struct CompileContext {
     std::vector<SymbolEntry> symbols;
     std::vector<BasicBitName> bitnames;
     std::vector<ConstantEntry> constants;
+    std::vector<SymbolEntry> temporaries;  // brindlewood_temp_1, _2, ... in order of creation
     MemoryPlan plan;
 
     // Memory.

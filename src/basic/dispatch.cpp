@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "basic/arithmetic.h"
 #include "basic/asmrow.h"
 #include "basic/controlflow.h"
 #include "basic/assignment.h"
@@ -122,15 +123,22 @@ const Rule kRules[] = {
                 t[3].ends_with(",") && t[4].ends_with(")") && t.count() <= 4;
      },
      notyet},
-    {9, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Sqr(") && t.count() <= 3; }, notyet},
+    {9, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Sqr(") && t.count() <= 3; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (!t[3].ends_with(")")) return fail(ctx, ": Syntax error.");
+         return sqrstatement(ctx, t[1], t[3].substr(4, t[3].size() - 5));
+     }},
     {10, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Pointer("); }, notyet, true},
     {11, [](const Tokens& t) { return t[1].starts_with("Pointer(") && assignment(t); }, notyet, true},
     {12, [](const Tokens& t) { return assignment(t) && t[3].starts_with("LookUp("); }, notyet},
-    {13, [](const Tokens& t) { return assignment(t) && t[3] == "Not" && t.count() <= 4; }, notyet},
-    {14, [](const Tokens& t) { return twooperands(t, {"And", "Or", "Xor", "Nor", "Nand", "Nxor"}); }, notyet},
+    {13, [](const Tokens& t) { return assignment(t) && t[3] == "Not" && t.count() <= 4; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return notstatement(ctx, t[1], t[4]); }},
+    {14, [](const Tokens& t) { return twooperands(t, {"And", "Or", "Xor", "Nor", "Nand", "Nxor"}); },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return logic(ctx, t[1], t[3], t[4], t[5]); }},
     {15, [](const Tokens& t) { return assignment(t) && t.count() <= 3; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return assign(ctx, t[1], t[3]); }},
-    {16, [](const Tokens& t) { return twooperands(t, {"-", "+", "*", "/", "Mod"}); }, notyet},
+    {16, [](const Tokens& t) { return twooperands(t, {"-", "+", "*", "/", "Mod"}); },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return arithmetic(ctx, t[1], t[3], t[4], t[5]); }},
     {17, assignment, notyet},
     // Pins.
     {18, [](const Tokens& t) { return oneof(t[1], {"High", "Low", "Toggle"}) && t.count() == 2; }, notyet},

@@ -5,6 +5,7 @@
 #include "basic/emit.h"
 #include "basic/jumps.h"
 #include "basic/registerscan.h"
+#include "basic/routines.h"
 #include "core/hextext.h"
 
 namespace velmora {
@@ -118,6 +119,7 @@ bool generateprogram(CompileContext& ctx) {
     if (!checkopenblocks(ctx)) return false;
     emitraw(ctx, "; End of program");
     emitselfjump(ctx);
+    emitroutines(ctx);
     emitraw(ctx, "; End of listing");
     emitraw(ctx, ".END");
     return true;

@@ -1,0 +1,18 @@
+#pragma once
+// The runtime routine library: subroutines the generated code calls, each written once
+// behind the program, in a fixed order, and only when a statement asked for it.
+
+#include "basic/compilecontext.h"
+
+namespace velmora {
+
+// Routine numbers, as requests name them.
+enum Routine : int {
+    kRoutineMultiply = 1,
+    kRoutineDivide = 2,
+    kRoutineSquareRoot = 4,
+};
+
+void emitroutines(CompileContext& ctx);
+
+}  // namespace velmora
