@@ -8,11 +8,6 @@ namespace velmora {
 
 namespace {
 
-using Loader = void (*)(CompileContext&, const Operand&, const std::string&);
-using Storer = void (*)(CompileContext&, int, int32_t, const std::string&);
-
-const Storer kStores[] = {storeresultbyte0, storeresultbyte1, storeresultbyte2, storeresultbyte3};
-
 int bytesof(int width) { return width == kTypeLong ? 4 : width == kTypeWord ? 2 : 1; }
 
 const char* familyname(int type) {
@@ -27,15 +22,9 @@ bool inregister(const Operand& op) { return op.address >= 0 && op.address < 32; 
 
 // Byte k of the source through R16 into byte k of the result.
 bool copybyte(CompileContext& ctx, const Operand& result, const Operand& source, int k) {
-    switch (k) {
-    case 0:
-        if (!loadoperandword0(ctx, source, "R16")) return false;
-        break;
-    case 1: loadoperandbyte1(ctx, source, "R16"); break;
-    case 2: loadoperandbyte2(ctx, source, "R16"); break;
-    default: loadoperandbyte3(ctx, source, "R16"); break;
-    }
-    kStores[k](ctx, result.type, result.address, "R16");
+    if (k == 0 && !loadoperandword0(ctx, source, "R16")) return false;
+    loadoperandupper(ctx, k, source, "R16");
+    storeresultbyte(ctx, k, result.type, result.address, "R16");
     return true;
 }
 
@@ -61,9 +50,9 @@ bool assignconstant(CompileContext& ctx, const Operand& result, const Operand& s
     for (int k = 0; k < bytesof(width); ++k) {
         if (k < loaded) {
             emitcode(ctx, "LDI R16," + immediate(value >> (8 * k)));
-            kStores[k](ctx, result.type, result.address, "R16");
+            storeresultbyte(ctx, k, result.type, result.address, "R16");
         } else {
-            kStores[k](ctx, result.type, result.address, "R15");
+            storeresultbyte(ctx, k, result.type, result.address, "R15");
         }
     }
     return true;
@@ -116,7 +105,7 @@ bool assign(CompileContext& ctx, const std::string& resulttext, const std::strin
         if (k < copied) {
             if (!copybyte(ctx, result, source, k)) return false;
         } else {
-            kStores[k](ctx, result.type, result.address, "R15");
+            storeresultbyte(ctx, k, result.type, result.address, "R15");
         }
     }
     return true;

@@ -56,6 +56,7 @@ void resetsweep(CompileContext& ctx) {
     ctx.interruptlabel.assign(ctx.model->interrupts.size(), "");
     ctx.exitlabel.clear();
     ctx.afterend = false;
+    ctx.uartopened = false;
     ctx.whilestack.clear();
     ctx.forstack.clear();
     ctx.ifstack.clear();

@@ -134,6 +134,7 @@ struct CompileContext {
     std::vector<std::string> interruptlabel;  // parallel to model->interrupts
     std::string exitlabel;
     bool afterend = false;
+    bool uartopened = false;  // an Hseropen row has been compiled
 
     // Open statement blocks.
     std::vector<WhileLevel> whilestack;

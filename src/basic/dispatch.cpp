@@ -10,6 +10,7 @@
 #include "basic/assignment.h"
 #include "basic/declarations.h"
 #include "basic/defines.h"
+#include "basic/hardwareserial.h"
 #include "basic/jumps.h"
 #include "basic/tokens.h"
 
@@ -207,6 +208,14 @@ const Rule kRules[] = {
     // Devices; statements that only document wiring make no code.
     {29, [](const Tokens& t) { return oneof(t[1], {"Count", "PWMon", "PWMduty", "PWMoff"}); }, accept},
     {29, [](const Tokens& t) { return oneof(t[1], kFullSetWords); }, notyet, true},
+    {29, [](const Tokens& t) { return t[1] == "Hseropen" && t.count() <= 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return hseropen(ctx, t[2]); }},
+    {29, [](const Tokens& t) { return oneof(t[1], {"Hserout", "Hserin"}) && t.count() >= 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return t[1] == "Hserout" ? hserout(ctx, t.from(2)) : hserin(ctx, t.from(2));
+     }},
+    {29, [](const Tokens& t) { return t[1] == "Hserget" && t.count() == 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return hserget(ctx, t[2]); }},
     {29, [](const Tokens& t) { return oneof(t[1], kDeviceWords); }, notyet},
     // Interrupts.
     {30, [](const Tokens& t) {

@@ -199,9 +199,24 @@ bool loadoperand(CompileContext& ctx, const Operand& op, int bytes, int first) {
 }
 
 void storeresult(CompileContext& ctx, int type, int32_t address, int bytes, int first) {
+    for (int k = 0; k < bytes && k < 4; ++k) storeresultbyte(ctx, k, type, address, "R" + std::to_string(first + k));
+}
+
+void loadoperandupper(CompileContext& ctx, int k, const Operand& op, const std::string& r) {
+    using Loader = void (*)(CompileContext&, const Operand&, const std::string&);
+    static const Loader kLoads[] = {loadoperandbyte1, loadoperandbyte2, loadoperandbyte3};
+    if (k >= 1 && k <= 3) kLoads[k - 1](ctx, op, r);
+}
+
+void storeresultbyte(CompileContext& ctx, int k, int type, int32_t address, const std::string& r) {
     using Storer = void (*)(CompileContext&, int, int32_t, const std::string&);
     static const Storer kStores[] = {storeresultbyte0, storeresultbyte1, storeresultbyte2, storeresultbyte3};
-    for (int k = 0; k < bytes && k < 4; ++k) kStores[k](ctx, type, address, "R" + std::to_string(first + k));
+    if (k >= 0 && k <= 3) kStores[k](ctx, type, address, r);
+}
+
+int bytesoftype(int type) {
+    if (type == kTypeLong) return 4;
+    return type == kTypeWord || type == kTypeWordIndexed ? 2 : 1;
 }
 
 void storeresultbyte0(CompileContext& ctx, int type, int32_t address, const std::string& r) {

@@ -34,6 +34,13 @@ void loadoperandbyte3(CompileContext& ctx, const Operand& op, const std::string&
 bool loadoperand(CompileContext& ctx, const Operand& op, int bytes, int first);
 void storeresult(CompileContext& ctx, int type, int32_t address, int bytes, int first);
 
+// Byte k (1 to 3) of an operand, and byte k (0 to 3) of a result, by number.
+void loadoperandupper(CompileContext& ctx, int k, const Operand& op, const std::string& reg);
+void storeresultbyte(CompileContext& ctx, int k, int type, int32_t address, const std::string& reg);
+
+// How many bytes a value of this type has: 4, 2 or 1.
+int bytesoftype(int type);
+
 void storeresultbyte0(CompileContext& ctx, int type, int32_t address, const std::string& reg);
 void storeresultbyte1(CompileContext& ctx, int type, int32_t address, const std::string& reg);
 void storeresultbyte2(CompileContext& ctx, int type, int32_t address, const std::string& reg);

@@ -1,6 +1,7 @@
 #include "basic/routines.h"
 
-#include <string_view>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "basic/emit.h"
@@ -12,7 +13,7 @@ namespace {
 struct RoutineText {
     int number;
     const char* comment;
-    std::vector<std::string_view> lines;  // "LABEL: INSTRUCTION" where a label stands
+    std::vector<std::string> lines;  // "LABEL: INSTRUCTION" where a label stands
 };
 
 // Shift-and-add over 16 rounds; the multiplier in R18:R19 becomes the low word of the product.
@@ -36,20 +37,67 @@ const RoutineText kSquareRoot = {
      "CPC R19,R21", "BRCC S003", "INC R18", "SUB R20,R18", "SBC R21,R19", "INC R18", "S003: DEC R22", "BRNE S002",
      "LSR R19", "ROR R18", "MOV R16,R18", "RET"}};
 
+// Sends the digit characters R0..R4 through HS01, skipping the leading zeros left as 0.
+const RoutineText kHserDigits = {
+    kRoutineHserDigits, "; Hserout Decimal Routine",
+    {"HS21: MOV R31,R0", "RCALL HS22", "MOV R31,R1", "RCALL HS22", "MOV R31,R2", "RCALL HS22", "MOV R31,R3",
+     "RCALL HS22", "MOV R31,R4", "RCALL HS22", "RET", "HS22: CPSE R31,R15", "RCALL HS01", "RET"}};
+
+// R20:R21 into five digits R0..R4 by division through D001: T stands for "no digit yet", so
+// leading zeros stay 0 and every later digit gets 48 added; the last digit always does.
+const RoutineText kDecimalWord = {
+    kRoutineDecimalWord, "; Decimal Conversion Routine - Word",
+    {"DC01: SET", "LDI R18,0x10", "LDI R19,0x27", "RCALL DC02", "MOV R0,R16", "LDI R18,0xE8", "LDI R19,0x03",
+     "RCALL DC02", "MOV R1,R16", "LDI R18,0x64", "LDI R19,0x00", "RCALL DC02", "MOV R2,R16", "LDI R18,0x0A",
+     "LDI R19,0x00", "RCALL DC02", "MOV R3,R16", "SUBI R20,0xD0", "MOV R4,R20", "RET", "DC02: MOV R16,R20",
+     "MOV R17,R21", "RCALL D001", "CPSE R16,R15", "CLT", "BRTS DC03", "SUBI R16,0xD0", "DC03: RET"}};
+
+// The hardware UART's send (HS01) and receive (HS10) by the model's USART kind.
+RoutineText hardwareserial(int uartclass) {
+    RoutineText text{kRoutineHardwareSerial, "; Hardware Serial Communication Routines", {}};
+    if (uartclass == 5) {
+        text.lines = {"HS01: LDS R16,UCSR0A", "SBRS R16,UDRE0", "RJMP HS01", "STS UDR0,R31", "RET",
+                      "HS10: LDS R16,UCSR0A", "SBRS R16,RXC0", "RJMP HS10", "LDS R31,UDR0", "RET"};
+        return text;
+    }
+    const bool zero = uartclass == 4 || uartclass == 8;
+    const std::string status = zero ? "UCSR0A" : uartclass == 7 ? "USR" : "UCSRA";
+    const std::string data = zero ? "UDR0" : "UDR";
+    const std::string suffix = zero ? "0" : "";
+    text.lines = {"HS01: SBIS " + status + ",UDRE" + suffix, "RJMP HS01", "OUT " + data + ",R31", "RET",
+                  "HS10: SBIS " + status + ",RXC" + suffix, "RJMP HS10", "IN R31," + data, "RET"};
+    return text;
+}
+
+// A routine's text for the model and parameters of the compile.
+using Builder = RoutineText (*)(const CompileContext&);
+
+template <const RoutineText& text>
+RoutineText fixed(const CompileContext&) {
+    return text;
+}
+
 // In the order they are written.
-const RoutineText* const kLibrary[] = {&kMultiply, &kDivide, &kSquareRoot};
+const std::pair<int, Builder> kLibrary[] = {
+    {kRoutineMultiply, fixed<kMultiply>},
+    {kRoutineDivide, fixed<kDivide>},
+    {kRoutineSquareRoot, fixed<kSquareRoot>},
+    {kRoutineHardwareSerial, [](const CompileContext& ctx) { return hardwareserial(ctx.model->uartclass); }},
+    {kRoutineHserDigits, fixed<kHserDigits>},
+    {kRoutineDecimalWord, fixed<kDecimalWord>},
+};
 
 void emitroutine(CompileContext& ctx, const RoutineText& routine) {
     // Registers a routine requested inside an interrupt routine touches are saved there too.
     const bool wasininterrupt = ctx.ininterrupt;
     ctx.ininterrupt = ctx.routineusedininterrupt[static_cast<size_t>(routine.number)];
     emitraw(ctx, routine.comment);
-    for (std::string_view line : routine.lines) {
+    for (const std::string& line : routine.lines) {
         const size_t colon = line.find(": ");
-        if (colon == std::string_view::npos)
-            emitcode(ctx, std::string(line));
+        if (colon == std::string::npos)
+            emitcode(ctx, line);
         else
-            emitlabel(ctx, std::string(line.substr(0, colon)), std::string(line.substr(colon + 2)));
+            emitlabel(ctx, line.substr(0, colon), line.substr(colon + 2));
     }
     ctx.ininterrupt = wasininterrupt;
 }
@@ -57,8 +105,8 @@ void emitroutine(CompileContext& ctx, const RoutineText& routine) {
 }  // namespace
 
 void emitroutines(CompileContext& ctx) {
-    for (const RoutineText* routine : kLibrary)
-        if (ctx.routineused[static_cast<size_t>(routine->number)]) emitroutine(ctx, *routine);
+    for (const auto& [number, build] : kLibrary)
+        if (ctx.routineused[static_cast<size_t>(number)]) emitroutine(ctx, build(ctx));
 }
 
 }  // namespace velmora

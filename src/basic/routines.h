@@ -11,6 +11,9 @@ enum Routine : int {
     kRoutineMultiply = 1,
     kRoutineDivide = 2,
     kRoutineSquareRoot = 4,
+    kRoutineHardwareSerial = 16,
+    kRoutineHserDigits = 17,
+    kRoutineDecimalWord = 47,
 };
 
 void emitroutines(CompileContext& ctx);

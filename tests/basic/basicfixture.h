@@ -73,6 +73,8 @@ inline AsmContext assemblegenerated(const std::string& asmtext, const std::strin
 #include "assembler/asmhexfile.h"
 #include "core/memorysettings.h"
 #include "core/runcontrol.h"
+#include "core/peripherals.h"
+#include "core/usart.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -93,17 +95,24 @@ struct BasicRun {
         EXPECT_EQ(assembled.asmerrors, 0);
         const int last = asmbuildimage(assembled);
         m = loadedmodel(model).machine;
+        installperipherals(m);
         clean(m);
         for (int at = 0; at <= last && at < static_cast<int>(m.progmem.size()); ++at)
             m.progmem[static_cast<size_t>(at)] = assembled.image[static_cast<size_t>(at)];
         RunControl run{m, messenger, clock, settings};
+        run.phases = standardphases();
         for (long step = 0; step < maxsteps && !stopped; ++step) {
             const int32_t before = m.pc;
             run.simulatestep();
             stopped = m.pc == before;
         }
         EXPECT_TRUE(stopped) << "no self-jump reached";
+        // Let the USART finish what the program handed it before the end.
+        for (long step = 0; step < maxsteps && usartbusy(m); ++step) run.simulatestep();
+        uint8_t buffer[256];
+        for (size_t n; (n = usarttakeoutput(m, buffer, sizeof buffer)) > 0;) sent.append(reinterpret_cast<char*>(buffer), n);
     }
+    std::string sent;  // what the USART sent
     uint8_t at(int address) const { return m.datamem[static_cast<size_t>(address)]; }
     uint32_t value(int address, int bytes) const {
         uint32_t v = 0;
