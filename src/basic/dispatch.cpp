@@ -10,6 +10,7 @@
 #include "basic/assignment.h"
 #include "basic/declarations.h"
 #include "basic/defines.h"
+#include "basic/expression.h"
 #include "basic/hardwareserial.h"
 #include "basic/jumps.h"
 #include "basic/tokens.h"
@@ -140,7 +141,7 @@ const Rule kRules[] = {
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return assign(ctx, t[1], t[3]); }},
     {16, [](const Tokens& t) { return twooperands(t, {"-", "+", "*", "/", "Mod"}); },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return arithmetic(ctx, t[1], t[3], t[4], t[5]); }},
-    {17, assignment, notyet},
+    {17, assignment, [](CompileContext& ctx, const Tokens&, const std::string& row) { return expression(ctx, row); }},
     // Pins.
     {18, [](const Tokens& t) { return oneof(t[1], {"High", "Low", "Toggle"}) && t.count() == 2; }, notyet},
     // Loops and tests.

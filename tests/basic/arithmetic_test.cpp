@@ -110,3 +110,41 @@ TEST(BasicArithmetic, MisusesStopWithTheirMessages) {
 
 }  // namespace
 }  // namespace velmora::test
+
+namespace velmora::test {
+namespace {
+
+TEST(BasicExpressions, PrecedenceBracketsAndWidthOnTheSimulator) {
+    const std::string d = "Dim a As Byte\r\nDim b As Byte\r\nDim c As Byte\r\nDim w As Word\r\nDim v As Word\r\n"
+                          "Dim m As Long\r\nDim t(4) As Byte\r\nDim i As Byte\r\n"
+                          "a = 10\r\nb = 3\r\nw = 1000\r\ni = 2\r\nt(i) = 7\r\n";
+    const Case cases[] = {
+        {"v = a + b * 4 - 2", "v", 20},           {"v = (a + b) * 4", "v", 52},
+        {"v = a * (b + 2) - (w / 100 - 1)", "v", 41}, {"v = w * 100 / 7", "v", (100000 & 0xFFFF) / 7},
+        {"c = w / b / 2 + 1", "c", 167},          {"v = a Mod b * 5", "v", 5},
+        {"m = w + w + 70000", "m", 72000},        {"v = t(i) * 3 + a", "v", 31},
+        {"w = (w + a) * 2", "w", 2020},           {"c = (a) + 0", "c", 10},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.rows);
+        EXPECT_EQ(runvalue(d + k.rows + "\r\nEnd", k.result, k.result[0] == 'c' ? 1 : k.result[0] == 'm' ? 4 : 2),
+                  k.expected);
+    }
+}
+
+TEST(BasicExpressions, MalformedExpressionsStop) {
+    const std::string d = "Dim a As Byte\r\nDim f As Bit\r\n";
+    const std::pair<const char*, const char*> cases[] = {
+        {"a = (a + 1", "Error in line 3: Bad expression: improper use of brackets."},
+        {"a = a + 1)", "Error in line 3: Bad expression: improper use of brackets."},
+        {"a = a + ( ) + 1", "Error in line 3: Bad expression: improper use of brackets."},
+        {"a = a + a + a + a + a + a + a + a + a + a", "Error in line 3: Too many arguments."},
+        {"z = a + a + a", "Error in line 3: The result of arithmetic operation must be a valid variable."},
+        {"f = a + a + a", "Error in line 3: The result of arithmetic operation must be a valid variable."},
+        {"a = a + + a", "Error in line 3: Bad expression."},
+    };
+    for (const auto& [row, expected] : cases) EXPECT_EQ(compilebasic(d + row).error, expected) << row;
+}
+
+}  // namespace
+}  // namespace velmora::test
