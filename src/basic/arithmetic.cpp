@@ -197,6 +197,27 @@ bool notstatement(CompileContext& ctx, const std::string& resulttext, const std:
     return true;
 }
 
+bool shiftstatement(CompileContext& ctx, const std::string& resulttext, bool left, const std::string& atext,
+                    const std::string& counttext) {
+    const Operand x = operandof(ctx, resulttext), a = operandof(ctx, atext), n = operandof(ctx, counttext);
+    if (x.type == kTypeBit || a.type == kTypeBit || n.type == kTypeBit)
+        return fail(ctx, ": Bit variables can not be used here.");
+    if (x.type == kTypeNone) return fail(ctx, ": The result of operation must be a variable.");
+    const bool islong = x.type == kTypeLong;
+    if (islong != (a.type == kTypeLong)) return fail(ctx, ": Argument and result must be of the same data type.");
+    const int bytes = islong ? 4 : 2;
+    if (!loadoperand(ctx, a, bytes, 16) || !loadoperandbyte0(ctx, n, islong ? "R20" : "R18")) return false;
+    if (islong) {
+        requestroutine(ctx, left ? kRoutineShiftLeftLong : kRoutineShiftRightLong);
+        emitcode(ctx, left ? "RCALL SLX0" : "RCALL SRX0");
+    } else {
+        requestroutine(ctx, left ? kRoutineShiftLeft : kRoutineShiftRight);
+        emitcode(ctx, left ? "RCALL SL00" : "RCALL SR00");
+    }
+    storeresult(ctx, x.type, x.address, bytesoftype(x.type), 16);
+    return true;
+}
+
 bool sqrstatement(CompileContext& ctx, const std::string& resulttext, const std::string& argument) {
     const Operand x = operandof(ctx, resulttext), a = operandof(ctx, argument);
     if (widthof(x.type) != kTypeByte && widthof(x.type) != kTypeWord)

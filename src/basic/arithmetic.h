@@ -14,6 +14,9 @@ bool arithmetic(CompileContext& ctx, const std::string& result, const std::strin
 bool logic(CompileContext& ctx, const std::string& result, const std::string& a, const std::string& op,
            const std::string& b);
 bool notstatement(CompileContext& ctx, const std::string& result, const std::string& source);
+// x = ShiftLeft(a, n) and x = ShiftRight(a, n).
+bool shiftstatement(CompileContext& ctx, const std::string& result, bool left, const std::string& a,
+                    const std::string& count);
 bool sqrstatement(CompileContext& ctx, const std::string& result, const std::string& argument);
 
 // A temporary of the width `type` whose name is not in `busy`, declared when none is; its

@@ -124,7 +124,11 @@ const Rule kRules[] = {
          return assignment(t) && (t[3].starts_with("ShiftLeft(") || t[3].starts_with("ShiftRight(")) &&
                 t[3].ends_with(",") && t[4].ends_with(")") && t.count() <= 4;
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         const bool left = t[3].starts_with("ShiftLeft(");
+         const std::string a = t[3].substr(left ? 10 : 11, t[3].size() - (left ? 11 : 12));
+         return shiftstatement(ctx, t[1], left, a, t[4].substr(0, t[4].size() - 1));
+     }},
     {9, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Sqr(") && t.count() <= 3; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) {
          if (!t[3].ends_with(")")) return fail(ctx, ": Syntax error.");

@@ -37,6 +37,19 @@ const RoutineText kSquareRoot = {
      "CPC R19,R21", "BRCC S003", "INC R18", "SUB R20,R18", "SBC R21,R19", "INC R18", "S003: DEC R22", "BRNE S002",
      "LSR R19", "ROR R18", "MOV R16,R18", "RET"}};
 
+// Shifts by the count in R18 (R20 for Long): entered at the counting step, so a count of 0
+// leaves the value as it is.
+const RoutineText kShiftLeft = {kRoutineShiftLeft, "; ShiftLeft Routine",
+                                {"SL01: LSL R16", "ROL R17", "SL00: SUBI R18,0x01", "BRCC SL01", "RET"}};
+const RoutineText kShiftRight = {kRoutineShiftRight, "; ShiftRight Routine",
+                                 {"SR01: LSR R17", "ROR R16", "SR00: SUBI R18,0x01", "BRCC SR01", "RET"}};
+const RoutineText kShiftLeftLong = {
+    kRoutineShiftLeftLong, "; ShiftLeft Long Routine",
+    {"SLX1: LSL R16", "ROL R17", "ROL R18", "ROL R19", "SLX0: SUBI R20,0x01", "BRCC SLX1", "RET"}};
+const RoutineText kShiftRightLong = {
+    kRoutineShiftRightLong, "; ShiftRight Long Routine",
+    {"SRX1: LSR R19", "ROR R18", "ROR R17", "ROR R16", "SRX0: SUBI R20,0x01", "BRCC SRX1", "RET"}};
+
 // Sends the digit characters R0..R4 through HS01, skipping the leading zeros left as 0.
 const RoutineText kHserDigits = {
     kRoutineHserDigits, "; Hserout Decimal Routine",
@@ -82,8 +95,12 @@ const std::pair<int, Builder> kLibrary[] = {
     {kRoutineMultiply, fixed<kMultiply>},
     {kRoutineDivide, fixed<kDivide>},
     {kRoutineSquareRoot, fixed<kSquareRoot>},
+    {kRoutineShiftLeft, fixed<kShiftLeft>},
+    {kRoutineShiftRight, fixed<kShiftRight>},
     {kRoutineHardwareSerial, [](const CompileContext& ctx) { return hardwareserial(ctx.model->uartclass); }},
     {kRoutineHserDigits, fixed<kHserDigits>},
+    {kRoutineShiftLeftLong, fixed<kShiftLeftLong>},
+    {kRoutineShiftRightLong, fixed<kShiftRightLong>},
     {kRoutineDecimalWord, fixed<kDecimalWord>},
 };
 

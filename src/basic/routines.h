@@ -11,8 +11,12 @@ enum Routine : int {
     kRoutineMultiply = 1,
     kRoutineDivide = 2,
     kRoutineSquareRoot = 4,
+    kRoutineShiftLeft = 12,
+    kRoutineShiftRight = 13,
     kRoutineHardwareSerial = 16,
     kRoutineHserDigits = 17,
+    kRoutineShiftLeftLong = 39,
+    kRoutineShiftRightLong = 40,
     kRoutineDecimalWord = 47,
 };
 

@@ -148,3 +148,26 @@ TEST(BasicExpressions, MalformedExpressionsStop) {
 
 }  // namespace
 }  // namespace velmora::test
+
+namespace velmora::test {
+namespace {
+
+TEST(BasicShifts, ShiftsOnTheSimulator) {
+    const std::string d = "Dim a As Byte\r\nDim c As Byte\r\nDim n As Byte\r\nDim w As Word\r\nDim v As Word\r\n"
+                          "Dim l As Long\r\nDim m As Long\r\na = 0x81\r\nw = 0x1234\r\nl = 0x12345678\r\nn = 4\r\n";
+    const Case cases[] = {
+        {"v = ShiftLeft(w, 4)", "v", 0x2340},       {"v = ShiftRight(w, n)", "v", 0x0123},
+        {"c = ShiftLeft(a, 1)", "c", 0x02},         {"v = ShiftLeft(a, 1)", "v", 0x0102},
+        {"v = ShiftLeft(w, 0)", "v", 0x1234},       {"m = ShiftLeft(l, 8)", "m", 0x34567800},
+        {"m = ShiftRight(l, n)", "m", 0x01234567},  {"m = ShiftRight(l, 0)", "m", 0x12345678},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.rows);
+        EXPECT_EQ(runvalue(d + k.rows + "\r\nEnd", k.result, k.result[0] == 'c' ? 1 : k.result[0] == 'm' ? 4 : 2),
+                  k.expected);
+    }
+    EXPECT_EQ(compilebasic(d + "m = ShiftLeft(w, 1)").error, "Error in line 12: Argument and result must be of the same data type.");
+}
+
+}  // namespace
+}  // namespace velmora::test
