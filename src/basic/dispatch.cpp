@@ -12,6 +12,8 @@
 #include "basic/defines.h"
 #include "basic/expression.h"
 #include "basic/hardwareserial.h"
+#include "basic/interruptcontrol.h"
+#include "basic/memoryaccess.h"
 #include "basic/jumps.h"
 #include "basic/tokens.h"
 
@@ -80,6 +82,12 @@ bool notyet(CompileContext& ctx, const Tokens&, const std::string&) {
 
 bool accept(CompileContext&, const Tokens&, const std::string&) { return true; }
 
+// "name(argument)" without its name and brackets.
+std::string insidebrackets(const std::string& token, const std::string& opening) {
+    const size_t end = token.ends_with(")") ? token.size() - 1 : token.size();
+    return token.substr(opening.size(), end - opening.size());
+}
+
 bool whilerow(CompileContext& ctx, const Tokens& t, const std::string&) { return whilestatement(ctx, t); }
 
 bool ifrow(CompileContext& ctx, const Tokens& t, const std::string&) { return ifstatement(ctx, t); }
@@ -134,9 +142,18 @@ const Rule kRules[] = {
          if (!t[3].ends_with(")")) return fail(ctx, ": Syntax error.");
          return sqrstatement(ctx, t[1], t[3].substr(4, t[3].size() - 5));
      }},
-    {10, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Pointer("); }, notyet, true},
-    {11, [](const Tokens& t) { return t[1].starts_with("Pointer(") && assignment(t); }, notyet, true},
-    {12, [](const Tokens& t) { return assignment(t) && t[3].starts_with("LookUp("); }, notyet},
+    {10, [](const Tokens& t) { return assignment(t) && t[3].starts_with("Pointer("); },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return pointerread(ctx, t[1], insidebrackets(t[3], "Pointer("));
+     },
+     true},
+    {11, [](const Tokens& t) { return t[1].starts_with("Pointer(") && assignment(t); },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return pointerwrite(ctx, insidebrackets(t[1], "Pointer("), t[3]);
+     },
+     true},
+    {12, [](const Tokens& t) { return assignment(t) && t[3].starts_with("LookUp("); },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return lookup(ctx, t[1], t.from(3).substr(7)); }},
     {13, [](const Tokens& t) { return assignment(t) && t[3] == "Not" && t.count() <= 4; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return notstatement(ctx, t[1], t[4]); }},
     {14, [](const Tokens& t) { return twooperands(t, {"And", "Or", "Xor", "Nor", "Nand", "Nxor"}); },
@@ -227,7 +244,10 @@ const Rule kRules[] = {
          return (t[1] == "On" && t[2] == "Interrupt") || (t[1] == "Resume" && t.count() == 1) ||
                 (oneof(t[1], {"Enable", "Disable"}) && t.count() <= 2);
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (t[1] == "Enable" || t[1] == "Disable") return enablestatement(ctx, t[2], t[1] == "Enable");
+         return notyet(ctx, t, "");
+     }},
     // Procedures and functions.
     {31, [](const Tokens& t) {
          return t[1] == "Proc" || t[1] == "Function" || t[1] == "Call" || (t[1] == "Exit" && t.count() == 1) ||

@@ -96,3 +96,51 @@ TEST(BasicAssignment, AssignedValuesReachMemoryOnTheSimulator) {
 
 }  // namespace
 }  // namespace velmora::test
+
+namespace velmora::test {
+namespace {
+
+// The value of a declared Byte, Word or Long after a run, by the first letter of its name.
+uint32_t after(const std::string& source, const std::string& name) {
+    const std::string text = compilebasic(source).asmtext;
+    const BasicRun run(source, "ATmega32");
+    return run.value(equaddress(text, name), name[0] == 'w' ? 2 : 1);
+}
+
+TEST(BasicMemoryAccess, PointerAndLookUpOnTheSimulator) {
+    const std::string d = "Dim t(4) As Byte\r\nDim p As Word\r\nDim c As Byte\r\nDim w As Word\r\nDim i As Byte\r\n"
+                          "p = 0x61\r\nc = 99\r\n";
+    std::string hundred = "0";
+    for (int v = 1; v < 101; ++v) hundred += ", " + std::to_string(v);
+    const std::tuple<std::string, const char*, uint32_t> cases[] = {
+        {"Pointer(p) = 77\r\nc = Pointer(p)", "c", 77},
+        {"t(1) = 0x34\r\nt(2) = 0x12\r\nw = Pointer(p)", "w", 0x1234},
+        {"w = 0x4321\r\nPointer(p) = w\r\nc = t(2)", "c", 0x43},
+        {"i = 2\r\nc = LookUp(10, 20, 30), i", "c", 30},
+        {"i = 3\r\nc = LookUp(10, 20, 30), i", "c", 0},   // the pad of an odd table
+        {"i = 4\r\nc = LookUp(10, 20, 30), i", "c", 99},  // out of range: unchanged
+        {"i = 1\r\nw = LookUp(\"AB\", 3), i", "w", 'B'},
+        {"i = 100\r\nc = LookUp(" + hundred + "), i", "c", 100},
+        {"c = LookUp(" + hundred + "), 101", "c", 0},   // 101 values and the pad
+        {"c = LookUp(" + hundred + "), 102", "c", 99},
+    };
+    for (const auto& [rows, name, expected] : cases) {
+        SCOPED_TRACE(rows.substr(0, 40));
+        EXPECT_EQ(after(d + rows + "\r\nEnd", name), expected);
+    }
+}
+
+TEST(BasicMemoryAccess, EnableAndDisableSetTheBits) {
+    const BasicRun run("Enable INT0\r\nEnable\r\nDisable INT1\r\nEnable INT1\r\nDisable INT1\r\nEnd", "ATmega32");
+    EXPECT_EQ(run.at(0x5B) & 0xC0, 0x40);  // GICR: INT0 on, INT1 off
+    EXPECT_TRUE(run.at(0x5F) & 0x80);       // SREG I
+    EXPECT_EQ(compilebasic("Enable TIMER9").error, "Error in line 1: Unrecognized interrupt name.");
+    EXPECT_EQ(compilebasic("Dim p As Word\r\nDim f As Bit\r\nPointer(p) = f").error,
+              "Error in line 3: Only Byte, Word or Long variable or Byte constant can be assigned to Pointer function.");
+    EXPECT_EQ(compilebasic("Dim p As Long\r\nDim c As Byte\r\nc = Pointer(p)").error,
+              "Error in line 3: The argument of Pointer function must be Byte or Word variable.");
+    EXPECT_EQ(compilebasic("Dim c As Byte\r\nc = LookUp(1, 2)").error, "Error in line 2: LOOKUP index variable not found.");
+}
+
+}  // namespace
+}  // namespace velmora::test
