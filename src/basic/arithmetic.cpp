@@ -74,8 +74,16 @@ bool addsubtract(CompileContext& ctx, int width, const Operand& a, bool add, con
 // * / and Mod through the routines; the register where the result starts.
 int muldiv(CompileContext& ctx, int width, const Operand& a, const std::string& op, const Operand& b, bool& ok) {
     if (width == kTypeLong) {
-        ok = fail(ctx, ": This statement is not supported yet by this version of the compiler.");
-        return 16;
+        ok = loadoperand(ctx, a, 4, 16) && loadoperand(ctx, b, 4, 20);
+        if (!ok) return 16;
+        if (op == "*") {
+            requestroutine(ctx, kRoutineMultiplyLong);
+            emitcode(ctx, "RCALL LM01");
+            return 20;
+        }
+        requestroutine(ctx, kRoutineDivideLong);
+        emitcode(ctx, "RCALL LD01");
+        return op == "/" ? 16 : 24;
     }
     ok = loadoperand(ctx, a, 2, 16) && loadoperand(ctx, b, 2, 18);
     if (!ok) return 16;

@@ -103,9 +103,15 @@ bool senditem(CompileContext& ctx, const std::string& item) {
     }
     if (item.starts_with("#")) {
         const Operand op = operandof(ctx, item.substr(1));
-        if (op.type == kTypeBit || op.type == kTypeLong)
-            return fail(ctx, op.type == kTypeLong ? ": This statement is not supported yet by this version of the compiler."
-                                                  : ": Incorrect argument.");
+        if (op.type == kTypeBit) return fail(ctx, ": Incorrect argument.");
+        if (op.type == kTypeLong) {
+            requestroutine(ctx, kRoutineDivideLong);
+            requestroutine(ctx, kRoutineHserDigits);
+            requestroutine(ctx, kRoutineDecimalLong);
+            loadoperand(ctx, op, 4, 24);
+            for (const char* call : {"RCALL DC11", "RCALL HS21", "RCALL DC15", "RCALL HS21"}) emitcode(ctx, call);
+            return true;
+        }
         requestroutine(ctx, kRoutineDivide);
         requestroutine(ctx, kRoutineHserDigits);
         requestroutine(ctx, kRoutineDecimalWord);

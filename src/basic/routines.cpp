@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "basic/emit.h"
+#include "basic/operands.h"
 
 namespace velmora {
 
@@ -36,6 +37,38 @@ const RoutineText kSquareRoot = {
      "LSL R16", "ROL R17", "ROL R20", "ROL R21", "LSL R16", "ROL R17", "ROL R20", "ROL R21", "CP R18,R20",
      "CPC R19,R21", "BRCC S003", "INC R18", "SUB R20,R18", "SBC R21,R19", "INC R18", "S003: DEC R22", "BRNE S002",
      "LSR R19", "ROR R18", "MOV R16,R18", "RET"}};
+
+// The same two algorithms at 32 bits, over 33 passes; R28 counts.
+const RoutineText kMultiplyLong = {
+    kRoutineMultiplyLong, "; Long Multiplication Routine",
+    {"LM01: CLR R27", "CLR R26", "CLR R25", "SUB R24,R24", "LDI R28,0x21", "LM02: ROR R23", "ROR R22", "ROR R21",
+     "ROR R20", "DEC R28", "BREQ LM04", "BRCC LM03", "ADD R24,R16", "ADC R25,R17", "ADC R26,R18", "ADC R27,R19",
+     "LM03: ROR R27", "ROR R26", "ROR R25", "ROR R24", "RJMP LM02", "LM04: RET"}};
+
+const RoutineText kDivideLong = {
+    kRoutineDivideLong, "; Long Division Routine",
+    {"LD01: CLR R24", "CLR R25", "CLR R26", "SUB R27,R27", "LDI R28,0x21", "LD02: ROL R16", "ROL R17", "ROL R18",
+     "ROL R19", "DEC R28", "BRNE LD03", "RET", "LD03: ROL R24", "ROL R25", "ROL R26", "ROL R27", "SUB R24,R20",
+     "SBC R25,R21", "SBC R26,R22", "SBC R27,R23", "BRCC LD04", "ADD R24,R20", "ADC R25,R21", "ADC R26,R22",
+     "ADC R27,R23", "CLC", "RJMP LD02", "LD04: SEC", "RJMP LD02"}};
+
+// R24..R27 into ten digits R0..R9 through LD01, as DC01 does for Words; DC15 brings the last
+// five down to R0..R4, since the digit emitters know five registers.
+RoutineText decimallong() {
+    RoutineText text{kRoutineDecimalLong, "; Decimal Conversion Routine - Long", {"DC11: SET"}};
+    static const uint32_t kPowers[] = {1000000000, 100000000, 10000000, 1000000, 100000, 10000, 1000, 100, 10};
+    for (int digit = 0; digit < 9; ++digit) {
+        for (int k = 0; k < 4; ++k)
+            text.lines.push_back("LDI R" + std::to_string(20 + k) + "," + immediate((kPowers[digit] >> (8 * k)) & 0xFF));
+        text.lines.push_back("RCALL DC12");
+        text.lines.push_back("MOV R" + std::to_string(digit) + ",R16");
+    }
+    for (const char* line : {"SUBI R24,0xD0", "MOV R9,R24", "RET", "DC12: MOV R16,R24", "MOV R17,R25", "MOV R18,R26",
+                             "MOV R19,R27", "RCALL LD01", "CPSE R16,R15", "CLT", "BRTS DC13", "SUBI R16,0xD0",
+                             "DC13: RET", "DC15: MOV R0,R5", "MOV R1,R6", "MOV R2,R7", "MOV R3,R8", "MOV R4,R9", "RET"})
+        text.lines.push_back(line);
+    return text;
+}
 
 // Shifts by the count in R18 (R20 for Long): entered at the counting step, so a count of 0
 // leaves the value as it is.
@@ -99,6 +132,9 @@ const std::pair<int, Builder> kLibrary[] = {
     {kRoutineShiftRight, fixed<kShiftRight>},
     {kRoutineHardwareSerial, [](const CompileContext& ctx) { return hardwareserial(ctx.model->uartclass); }},
     {kRoutineHserDigits, fixed<kHserDigits>},
+    {kRoutineDecimalLong, [](const CompileContext&) { return decimallong(); }},
+    {kRoutineMultiplyLong, fixed<kMultiplyLong>},
+    {kRoutineDivideLong, fixed<kDivideLong>},
     {kRoutineShiftLeftLong, fixed<kShiftLeftLong>},
     {kRoutineShiftRightLong, fixed<kShiftRightLong>},
     {kRoutineDecimalWord, fixed<kDecimalWord>},

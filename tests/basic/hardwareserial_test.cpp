@@ -91,3 +91,26 @@ TEST(BasicHardwareSerial, MisusesStopWithTheirMessages) {
 
 }  // namespace
 }  // namespace velmora::test
+
+namespace velmora::test {
+namespace {
+
+TEST(BasicLongArithmetic, ProductsQuotientsAndDecimalsOnTheSimulator) {
+    const std::string d = "Dim l As Long\r\nDim m As Long\r\nDim r As Long\r\nHseropen\r\nl = 123456789\r\nm = 1000\r\n";
+    const std::pair<const char*, const char*> cases[] = {
+        {"r = l * m\r\nHserout #r", "3197704712"},     // 123456789000 mod 2^32
+        {"r = l / m\r\nHserout #r", "123456"},
+        {"r = l Mod m\r\nHserout #r", "789"},
+        {"r = m * 3 + l\r\nHserout #r", "123459789"},
+        {"r = 4294967295\r\nHserout #r, \",\", #m", "4294967295,1000"},
+        {"r = 0\r\nHserout #r", "0"},
+        {"r = l / 0\r\nHserout #r", "4294967295"},
+    };
+    for (const auto& [rows, expected] : cases) {
+        SCOPED_TRACE(rows);
+        EXPECT_EQ(BasicRun(d + rows + "\r\nEnd", "ATmega32", 5000000).sent, expected);
+    }
+}
+
+}  // namespace
+}  // namespace velmora::test
