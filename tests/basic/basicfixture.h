@@ -87,8 +87,12 @@ struct BasicRun {
     ScriptedClock clock;
     MemorySettings settings;
     bool stopped = false;
+    std::string sent;  // what the USART sent
 
-    BasicRun(const std::string& source, const std::string& model, long maxsteps = 1000000) {
+    struct NotStarted {};
+    // Compiles and assembles; `start()` then runs the program, as often as a test likes.
+    BasicRun(const std::string& source, const std::string& model, NotStarted, long maxsteps = 1000000)
+        : maxsteps_(maxsteps) {
         const BasicCompileResult compiled = compilebasic(source, model);
         EXPECT_TRUE(compiled.ok) << compiled.error;
         AsmContext assembled = assemblegenerated(compiled.asmtext, model);
@@ -96,29 +100,43 @@ struct BasicRun {
         const int last = asmbuildimage(assembled);
         m = loadedmodel(model).machine;
         installperipherals(m);
-        clean(m);
         for (int at = 0; at <= last && at < static_cast<int>(m.progmem.size()); ++at)
             m.progmem[static_cast<size_t>(at)] = assembled.image[static_cast<size_t>(at)];
+        clean(m);
+    }
+    BasicRun(const std::string& source, const std::string& model, long maxsteps = 1000000)
+        : BasicRun(source, model, NotStarted{}, maxsteps) {
+        start();
+    }
+
+    // Runs from where the machine stands until a jump to itself (End, Halt), then lets the
+    // USART finish what the program handed it.
+    void start() {
         RunControl run{m, messenger, clock, settings};
         run.phases = standardphases();
-        for (long step = 0; step < maxsteps && !stopped; ++step) {
+        stopped = false;
+        for (long step = 0; step < maxsteps_ && !stopped; ++step) {
             const int32_t before = m.pc;
             run.simulatestep();
             stopped = m.pc == before;
         }
         EXPECT_TRUE(stopped) << "no self-jump reached";
-        // Let the USART finish what the program handed it before the end.
-        for (long step = 0; step < maxsteps && usartbusy(m); ++step) run.simulatestep();
+        for (long step = 0; step < maxsteps_ && usartbusy(m); ++step) run.simulatestep();
         uint8_t buffer[256];
         for (size_t n; (n = usarttakeoutput(m, buffer, sizeof buffer)) > 0;) sent.append(reinterpret_cast<char*>(buffer), n);
     }
-    std::string sent;  // what the USART sent
     uint8_t at(int address) const { return m.datamem[static_cast<size_t>(address)]; }
     uint32_t value(int address, int bytes) const {
         uint32_t v = 0;
         for (int k = bytes - 1; k >= 0; --k) v = v << 8 | at(address + k);
         return v;
     }
+    void set(int address, int bytes, uint32_t v) {
+        for (int k = 0; k < bytes; ++k) m.datamem[static_cast<size_t>(address + k)] = static_cast<uint8_t>(v >> (8 * k));
+    }
+
+private:
+    long maxsteps_;
 };
 
 }  // namespace velmora::test
