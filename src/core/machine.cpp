@@ -48,6 +48,7 @@ void clean(Machine& m) {
             m.datamem[r.address] = r.reset;
     m.usart = UsartState{};
     for (auto hook : m.cleanhooks) hook(m);
+    for (PinObserver* observer : m.observers) observer->reset(m);
     wakeperipherals(m);
     m.attention = true;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/events.h"
+#include "core/observers.h"
 #include "core/portstate.h"
 
 namespace velmora {
@@ -223,6 +224,8 @@ struct Machine {
 
     // Runs the per-start resets of the later subsystems (devices, peripherals).
     std::vector<void (*)(Machine&)> cleanhooks;
+    // Devices and traces that follow the pins (core/observers.h); reset by clean.
+    std::vector<PinObserver*> observers;
 };
 
 // The statistics of the main window, which Reset Statistics and the user may set.

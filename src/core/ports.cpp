@@ -109,6 +109,7 @@ bool pinsunchanged(const Machine& m) {
 void markstale(Machine& m) {
     m.pinwatch.stale = true;
     wakeperipherals(m);
+    m.attention = true;  // whoever follows the pins sees the new input after this step
     ++m.pinwatch.analogchanges;
 }
 

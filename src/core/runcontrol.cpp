@@ -6,6 +6,7 @@
 #include "core/decode.h"
 #include "core/interpreter.h"
 #include "core/interrupts.h"
+#include "core/observers.h"
 #include "core/timetext.h"
 
 namespace velmora {
@@ -86,6 +87,8 @@ void RunControl::fault(const std::string& text) {
     if (m.attention || m.totalcycles >= m.attentioncycle) {
         m.attention = false;
         if (onattention) onattention();
+        // After the outside world's turn, which may set the attention cycle afresh.
+        if (!m.observers.empty()) attendobservers(m);
     }
     if (m.breakexecuted || !hooks_.empty()) {
         const bool isbreak = m.breakexecuted;
