@@ -5,75 +5,53 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "disassembler/disasminstruction.h"
+#include "support/datafile.h"
 #include "unnamedbitnames.h"
 
 namespace velmora::test {
 namespace {
 
-enum class Regs { Any, Differ, Same };
-
 struct Line {
-    const char* mnemonic;
-    uint16_t mask, value;
-    Regs regs = Regs::Any;
+    std::string mnemonic;
+    uint16_t mask = 0, value = 0;
+    std::string regs;    // "same", "differ" or any
     bool alias = false;  // a second name for words an earlier line already takes
 };
 
-// Encodings from the AVR instruction set manual, in the disassembler chain's order.
-const Line kAlphabeticalChain[] = {
-    {"ADC", 0xFC00, 0x1C00, Regs::Differ}, {"ADD", 0xFC00, 0x0C00, Regs::Differ}, {"ADIW", 0xFF00, 0x9600},
-    {"AND", 0xFC00, 0x2000, Regs::Differ}, {"ANDI", 0xF000, 0x7000}, {"ASR", 0xFE0F, 0x9405},
-    {"BCLR", 0xFF8F, 0x9488}, {"BLD", 0xFE08, 0xF800},
-    {"BRCC", 0xFC07, 0xF400}, {"BRCS", 0xFC07, 0xF000}, {"BREAK", 0xFFFF, 0x9598}, {"BREQ", 0xFC07, 0xF001},
-    {"BRGE", 0xFC07, 0xF404}, {"BRHC", 0xFC07, 0xF405}, {"BRHS", 0xFC07, 0xF005}, {"BRID", 0xFC07, 0xF407},
-    {"BRIE", 0xFC07, 0xF007}, {"BRLO", 0xFC07, 0xF000, Regs::Any, true}, {"BRLT", 0xFC07, 0xF004},
-    {"BRMI", 0xFC07, 0xF002}, {"BRNE", 0xFC07, 0xF401}, {"BRPL", 0xFC07, 0xF402},
-    {"BRSH", 0xFC07, 0xF400, Regs::Any, true}, {"BRTC", 0xFC07, 0xF406}, {"BRTS", 0xFC07, 0xF006},
-    {"BRVC", 0xFC07, 0xF403}, {"BRVS", 0xFC07, 0xF003}, {"BRBC", 0xFC00, 0xF400, Regs::Any, true},
-    {"BRBS", 0xFC00, 0xF000, Regs::Any, true},
-    {"BSET", 0xFF8F, 0x9408}, {"BST", 0xFE08, 0xFA00}, {"CALL", 0xFE0E, 0x940E}, {"CBI", 0xFF00, 0x9800},
-    {"CLC", 0xFFFF, 0x9488, Regs::Any, true}, {"CLH", 0xFFFF, 0x94D8, Regs::Any, true},
-    {"CLI", 0xFFFF, 0x94F8, Regs::Any, true}, {"CLN", 0xFFFF, 0x94A8, Regs::Any, true},
-    {"CLR", 0xFC00, 0x2400, Regs::Same}, {"CLS", 0xFFFF, 0x94C8, Regs::Any, true},
-    {"CLT", 0xFFFF, 0x94E8, Regs::Any, true}, {"CLV", 0xFFFF, 0x94B8, Regs::Any, true},
-    {"CLZ", 0xFFFF, 0x9498, Regs::Any, true}, {"COM", 0xFE0F, 0x9400}, {"CP", 0xFC00, 0x1400},
-    {"CPC", 0xFC00, 0x0400}, {"CPI", 0xF000, 0x3000}, {"CPSE", 0xFC00, 0x1000}, {"DEC", 0xFE0F, 0x940A},
-    {"EICALL", 0xFFFF, 0x9519}, {"EIJMP", 0xFFFF, 0x9419}, {"ELPM", 0xFFFF, 0x95D8}, {"ELPM", 0xFE0F, 0x9006},
-    {"ELPM", 0xFE0F, 0x9007}, {"EOR", 0xFC00, 0x2400}, {"FMUL", 0xFF88, 0x0308}, {"FMULS", 0xFF88, 0x0380},
-    {"FMULSU", 0xFF88, 0x0388}, {"ICALL", 0xFFFF, 0x9509}, {"IJMP", 0xFFFF, 0x9409}, {"IN", 0xF800, 0xB000},
-    {"INC", 0xFE0F, 0x9403}, {"JMP", 0xFE0E, 0x940C},
-    {"LD", 0xFE0F, 0x900C}, {"LD", 0xFE0F, 0x900D}, {"LD", 0xFE0F, 0x900E}, {"LD", 0xFE0F, 0x8008},
-    {"LD", 0xFE0F, 0x9009}, {"LD", 0xFE0F, 0x900A}, {"LDD", 0xD208, 0x8008}, {"LD", 0xFE0F, 0x8000},
-    {"LD", 0xFE0F, 0x9001}, {"LD", 0xFE0F, 0x9002}, {"LDD", 0xD208, 0x8000}, {"LDI", 0xF000, 0xE000},
-    {"LDS", 0xFE0F, 0x9000}, {"LPM", 0xFFFF, 0x95C8}, {"LPM", 0xFE0F, 0x9004}, {"LPM", 0xFE0F, 0x9005},
-    {"LSL", 0xFC00, 0x0C00, Regs::Same}, {"LSR", 0xFE0F, 0x9406}, {"MOV", 0xFC00, 0x2C00},
-    {"MOVW", 0xFF00, 0x0100}, {"MUL", 0xFC00, 0x9C00}, {"MULS", 0xFF00, 0x0200}, {"MULSU", 0xFF88, 0x0300},
-    {"NEG", 0xFE0F, 0x9401}, {"NOP", 0xFFFF, 0x0000}, {"OR", 0xFC00, 0x2800}, {"ORI", 0xF000, 0x6000},
-    {"OUT", 0xF800, 0xB800}, {"POP", 0xFE0F, 0x900F}, {"PUSH", 0xFE0F, 0x920F},
-    {"RCALL", 0xF000, 0xD000}, {"RET", 0xFFFF, 0x9508}, {"RETI", 0xFFFF, 0x9518}, {"RJMP", 0xF000, 0xC000},
-    {"ROL", 0xFC00, 0x1C00, Regs::Same}, {"ROR", 0xFE0F, 0x9407}, {"SBC", 0xFC00, 0x0800},
-    {"SBCI", 0xF000, 0x4000}, {"SBI", 0xFF00, 0x9A00}, {"SBIC", 0xFF00, 0x9900}, {"SBIS", 0xFF00, 0x9B00},
-    {"SBIW", 0xFF00, 0x9700}, {"SBRC", 0xFE08, 0xFC00}, {"SBRS", 0xFE08, 0xFE00},
-    {"SEC", 0xFFFF, 0x9408, Regs::Any, true}, {"SEH", 0xFFFF, 0x9458, Regs::Any, true},
-    {"SEI", 0xFFFF, 0x9478, Regs::Any, true}, {"SEN", 0xFFFF, 0x9428, Regs::Any, true},
-    {"SER", 0xFF0F, 0xEF0F, Regs::Any, true}, {"SES", 0xFFFF, 0x9448, Regs::Any, true},
-    {"SET", 0xFFFF, 0x9468, Regs::Any, true}, {"SEV", 0xFFFF, 0x9438, Regs::Any, true},
-    {"SEZ", 0xFFFF, 0x9418, Regs::Any, true}, {"SLEEP", 0xFFFF, 0x9588}, {"SPM", 0xFFFF, 0x95E8},
-    {"ST", 0xFE0F, 0x920C}, {"ST", 0xFE0F, 0x920D}, {"ST", 0xFE0F, 0x920E}, {"ST", 0xFE0F, 0x8208},
-    {"ST", 0xFE0F, 0x9209}, {"ST", 0xFE0F, 0x920A}, {"STD", 0xD208, 0x8208}, {"ST", 0xFE0F, 0x8200},
-    {"ST", 0xFE0F, 0x9201}, {"ST", 0xFE0F, 0x9202}, {"STD", 0xD208, 0x8200}, {"STS", 0xFE0F, 0x9200},
-    {"SUB", 0xFC00, 0x1800}, {"SUBI", 0xF000, 0x5000}, {"SWAP", 0xFE0F, 0x9402},
-    {"TST", 0xFC00, 0x2000, Regs::Same}, {"WDR", 0xFFFF, 0x95A8},
-};
+// data/alphabetical_chain.txt, in the disassembler chain's order.
+const std::vector<Line>& alphabeticalchain() {
+    static const std::vector<Line> chain = [] {
+        std::vector<Line> lines;
+        for (const DataRow& row : datarows("alphabetical_chain.txt")) {
+            std::istringstream words(row.text);
+            Line line;
+            std::string mask, value, flag;
+            words >> line.mnemonic >> mask >> value;
+            line.mask = static_cast<uint16_t>(std::stoi(mask, nullptr, 16));
+            line.value = static_cast<uint16_t>(std::stoi(value, nullptr, 16));
+            while (words >> flag) {
+                if (flag == "alias")
+                    line.alias = true;
+                else
+                    line.regs = flag;
+            }
+            lines.push_back(line);
+        }
+        return lines;
+    }();
+    return chain;
+}
 
 const Line* firstmatch(uint16_t w) {
     const bool same = ((w >> 4) & 31) == ((w & 15) | ((w >> 5) & 16));
-    for (const Line& line : kAlphabeticalChain) {
+    for (const Line& line : alphabeticalchain()) {
         if ((w & line.mask) != line.value) continue;
-        if ((line.regs == Regs::Same && !same) || (line.regs == Regs::Differ && same)) continue;
+        if ((line.regs == "same" && !same) || (line.regs == "differ" && same)) continue;
         return &line;
     }
     return nullptr;

@@ -35,6 +35,13 @@ struct ScriptedClock : Clock {
     }
 };
 
+// The data address of a named register of the machine's table, or -1.
+inline int registeraddress(const Machine& m, const std::string& name) {
+    for (const NamedRegister& r : m.namedregisters)
+        if (r.name == name) return r.address;
+    return -1;
+}
+
 struct Sim {
     Machine m;
     RecordingMessenger messenger;

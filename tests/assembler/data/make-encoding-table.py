@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Prints the expected words of the encoding tables in asminstructions_test.cpp, as
-avr-as (binutils) assembles each statement; the test tables were pasted from this output.
+"""Writes encodings.txt, the expected words of every statement in the encoding test, as
+avr-as (binutils) assembles each one: "STATEMENT = WORD [WORD]", "#" lines name the family.
 
-Run: python3 make-encoding-table.py  (needs avr-as, avr-ld and avr-objcopy on the PATH).
+Run: python3 make-encoding-table.py > encodings.txt  (needs avr-as, avr-ld and avr-objcopy).
 Relative operands are written as plain word offsets (RJMP 5) and become ".+10" for avr-as;
 JMP and CALL take word addresses and become byte addresses."""
 
@@ -84,9 +84,9 @@ def words(statements):
 
 def main():
     for family, statements in FAMILIES.items():
-        print(f"// {family}")
+        print(f"# {family}")
         for s, w in zip(statements, words(statements)):
-            print("{\"" + s + "\", {" + ", ".join(f"0x{x:04X}" for x in w) + "}},")
+            print(s + " = " + " ".join(f"{x:04X}" for x in w))
 
 
 if __name__ == "__main__":
