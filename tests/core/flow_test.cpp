@@ -122,73 +122,47 @@ TEST(ThreeBytePc, RcallTakesFourCycles) {
     EXPECT_EQ(instructioncycles(sim.m), 4u);
 }
 
-TEST(Stops, SleepStopsAfterOneCycle) {
-    Sim sim;
-    sim.load({kSleep});
-    sim.step();
-    EXPECT_TRUE(sim.m.stoprequest);
-    EXPECT_EQ(sim.m.stopreason, Machine::StopReason::Sleep);
-    EXPECT_EQ(sim.m.pc, 1);
-    EXPECT_EQ(instructioncycles(sim.m), 1u);
-}
-
-TEST(Stops, UnrecognizedWordStopsWithoutMovingPc) {
-    Sim sim;
-    sim.load({0x0001});
-    sim.step();
-    EXPECT_TRUE(sim.m.stoprequest);
-    EXPECT_EQ(sim.m.pc, 0);
-    EXPECT_EQ(instructioncycles(sim.m), 1u);
-    EXPECT_EQ(instructiontext(sim.m), "UNRECOGNIZED");
-}
-
-TEST(Stops, SpmNeverLeavesItsAddress) {
-    Sim sim;
-    sim.load({kNop, kSpm});
-    sim.step(5);
-    EXPECT_EQ(sim.m.pc, 1);
-    EXPECT_FALSE(sim.m.stoprequest);
-    EXPECT_EQ(instructiontext(sim.m), "SPM");
-}
-
-TEST(Stops, LastWordWrapsAndStops) {
-    Sim sim(256, 128, 0);
-    sim.m.pc = 127;
-    sim.m.progmem[254] = 0;
-    sim.m.progmem[255] = 0;
-    sim.step();
-    EXPECT_EQ(sim.m.pc, 0);
-    EXPECT_TRUE(sim.m.stoprequest);
-    EXPECT_EQ(sim.m.stopreason, Machine::StopReason::EndOfMemory);
-}
-
-TEST(Stops, RelativeJumpPastTheEndWrapsSilently) {
-    Sim sim(256, 128, 0);
-    sim.m.pc = 126;
-    sim.m.progmem[252] = rjmp(5) & 0xFF;
-    sim.m.progmem[253] = rjmp(5) >> 8;
-    sim.step();
-    EXPECT_EQ(sim.m.pc, 4);
-    EXPECT_FALSE(sim.m.stoprequest);
-}
-
-TEST(Stops, RjmpToItselfStopsOnlyWithInfiniteLoopStop) {
-    for (bool option : {false, true}) {
-        Sim sim;
-        sim.m.infiniteloopstop = option;
-        sim.load({kNop, rjmp(-1)});
-        sim.step(3);
-        EXPECT_EQ(sim.m.stoprequest, option);
-        EXPECT_EQ(sim.m.pc, 1);
+// Where a run stops, or wraps without stopping; the flash is 256 bytes (128 words) where the
+// end of memory matters.
+TEST(Stops, SleepUnrecognizedSpmAndTheEndOfMemory) {
+    using Reason = Machine::StopReason;
+    const struct {
+        const char* name;
+        int flash, pc;
+        std::vector<uint16_t> words;  // from word `pc` on
+        bool infiniteloopstop;
+        int steps, expectpc;
+        bool stop;
+        Reason reason;
+        uint32_t cycles;  // 0: not checked
+        const char* text;
+    } cases[] = {
+        {"sleep stops after one cycle", 32768, 0, {kSleep}, false, 1, 1, true, Reason::Sleep, 1, ""},
+        {"an unrecognized word stops without moving the PC", 32768, 0, {0x0001}, false, 1, 0, true, Reason::Unrecognized, 1,
+         "UNRECOGNIZED"},
+        {"spm never leaves its address", 32768, 0, {kNop, kSpm}, false, 5, 1, false, Reason::None, 0, "SPM"},
+        {"the last word wraps and stops", 256, 127, {kNop}, false, 1, 0, true, Reason::EndOfMemory, 1, ""},
+        {"a relative jump past the end wraps silently", 256, 126, {rjmp(5)}, false, 1, 4, false, Reason::None, 2, ""},
+        {"rjmp to itself without the option", 32768, 0, {kNop, rjmp(-1)}, false, 3, 1, false, Reason::None, 2, ""},
+        {"rjmp to itself with the option", 32768, 0, {kNop, rjmp(-1)}, true, 3, 1, true, Reason::InfiniteLoop, 2, ""},
+        {"a branch to itself is no infinite loop", 32768, 0, {branch(false, 1, -1)}, true, 3, 0, false, Reason::None,
+         2, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Sim sim(c.flash, 128, 0);
+        sim.m.infiniteloopstop = c.infiniteloopstop;
+        std::vector<uint16_t> words(static_cast<size_t>(c.pc), kNop);
+        words.insert(words.end(), c.words.begin(), c.words.end());
+        sim.load(words);
+        sim.m.pc = c.pc;
+        sim.step(c.steps);
+        EXPECT_EQ(sim.m.pc, c.expectpc);
+        EXPECT_EQ(sim.m.stoprequest, c.stop);
+        if (c.reason != Reason::None) { EXPECT_EQ(sim.m.stopreason, c.reason); }
+        if (c.cycles) { EXPECT_EQ(instructioncycles(sim.m), c.cycles); }
+        if (*c.text) { EXPECT_EQ(instructiontext(sim.m), c.text); }
     }
-}
-
-TEST(Stops, BranchToItselfIsNotAnInfiniteLoop) {
-    Sim sim;
-    sim.m.infiniteloopstop = true;
-    sim.load({branch(false, 1, -1)});  // brne to itself with Z clear
-    sim.step(3);
-    EXPECT_FALSE(sim.m.stoprequest);
 }
 
 TEST(Stops, BreakIsOneCycleAndDropsToStepByStep) {

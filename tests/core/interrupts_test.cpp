@@ -28,11 +28,33 @@ struct InterruptMachine : Sim {
     }
 };
 
-TEST(Interrupts, NothingWithIClear) {
-    InterruptMachine sim;
-    sim.m.datamem[InterruptMachine::kEnable] = 0xC0;
-    sim.m.datamem[InterruptMachine::kFlags] = 0xC0;
-    EXPECT_EQ(pendinginterrupt(sim.m), 0);
+// The PC after each step from word `pc`, with SREG, the enables, the flags and the status set.
+TEST(Interrupts, PriorityPolarityAndTheInstructionAfterReti) {
+    using M = InterruptMachine;
+    const struct {
+        const char* name;
+        uint8_t sreg, enable, flags, status;
+        int pc;
+        std::vector<int> pcs;
+    } cases[] = {
+        {"nothing with I clear", 0, 0xC0, 0xC0, 0x00, 5, {6, 7}},
+        {"the earlier entry wins; RETI lets exactly one instruction run", kFlagI, 0xC0, 0xC0, 0x00, 5, {0x10, 5, 6, 0x20}},
+        {"a disabled entry is skipped", kFlagI, 0x80, 0xC0, 0x00, 5, {0x20}},
+        {"a ready interrupt fires while its bit is clear and stays", kFlagI, 0x08, 0x00, 0x00, 1, {0x30, 1, 2, 0x30}},
+        {"and not while it is set", kFlagI, 0x08, 0x00, 0x02, 1, {2, 3}},
+    };
+    for (const auto& c : cases) {
+        InterruptMachine sim;
+        sim.setsreg(c.sreg);
+        sim.m.datamem[M::kEnable] = c.enable;
+        sim.m.datamem[M::kFlags] = c.flags;
+        sim.m.datamem[M::kStatus] = c.status;
+        sim.m.pc = c.pc;
+        for (size_t i = 0; i < c.pcs.size(); ++i) {
+            sim.step();
+            EXPECT_EQ(sim.m.pc, c.pcs[i]) << c.name << ", step " << i + 1;
+        }
+    }
 }
 
 TEST(Interrupts, EarlierEntryWinsAndEntryTakesFourCycles) {
@@ -43,6 +65,7 @@ TEST(Interrupts, EarlierEntryWinsAndEntryTakesFourCycles) {
     sim.m.pc = 5;
     sim.step();
     EXPECT_EQ(sim.m.pc, 0x10);
+    EXPECT_EQ(pendinginterrupt(sim.m), 0) << "INT1 waits for I";
     EXPECT_EQ(instructioncycles(sim.m), 4u);
     EXPECT_EQ(sim.m.totalinstructions, 0u);
     EXPECT_EQ(sim.m.datamem[InterruptMachine::kFlags], 0x80);  // INT0's latch cleared
@@ -50,50 +73,6 @@ TEST(Interrupts, EarlierEntryWinsAndEntryTakesFourCycles) {
     EXPECT_EQ(instructiontext(sim.m), "INTERRUPT!");
     // Return address 5 on the stack, low byte first.
     EXPECT_EQ(sim.m.datamem[sim.m.dataspacesize - 1], 5);
-}
-
-TEST(Interrupts, RetiLetsExactlyOneInstructionRunBeforeTheNextEntry) {
-    InterruptMachine sim;
-    sim.setsreg(kFlagI);
-    sim.m.datamem[InterruptMachine::kEnable] = 0xC0;
-    sim.m.datamem[InterruptMachine::kFlags] = 0xC0;
-    sim.m.pc = 5;
-    sim.step();  // enter INT0
-    sim.step();  // RETI back to 5, I set
-    EXPECT_EQ(sim.m.pc, 5);
-    EXPECT_TRUE(sim.m.afterreti);
-    sim.step();  // one instruction at 5 despite INT1 pending
-    EXPECT_EQ(sim.m.pc, 6);
-    sim.step();  // now INT1
-    EXPECT_EQ(sim.m.pc, 0x20);
-}
-
-TEST(Interrupts, DisabledEntryIsSkipped) {
-    InterruptMachine sim;
-    sim.setsreg(kFlagI);
-    sim.m.datamem[InterruptMachine::kEnable] = 0x80;
-    sim.m.datamem[InterruptMachine::kFlags] = 0xC0;
-    EXPECT_EQ(pendinginterrupt(sim.m), 2);
-}
-
-TEST(Interrupts, ReadyInterruptFiresWhileItsBitIsClearAndIsNotCleared) {
-    InterruptMachine sim;
-    sim.setsreg(kFlagI);
-    sim.m.datamem[InterruptMachine::kEnable] = 0x08;
-    sim.m.datamem[InterruptMachine::kStatus] = 0x00;
-    sim.m.pc = 1;
-    sim.step();
-    EXPECT_EQ(sim.m.pc, 0x30);
-    sim.step();  // RETI
-    sim.step();  // one instruction
-    EXPECT_EQ(sim.m.pc, 2);
-    sim.step();  // and again
-    EXPECT_EQ(sim.m.pc, 0x30);
-    sim.m.datamem[InterruptMachine::kStatus] = 0x02;
-    sim.step();
-    sim.step();
-    sim.step();
-    EXPECT_EQ(sim.m.pc, 4);
 }
 
 TEST(Interrupts, SeiAllowsEntryInTheVeryNextStep) {

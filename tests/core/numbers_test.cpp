@@ -17,7 +17,9 @@ struct Case16 {
     int value;
 };
 
-TEST(ParseNumber16, EveryNotation) {
+// Every notation, leading zeros that do not count against the digit limit, the boundaries,
+// and texts the first fitting notation decides even when its digits fail.
+TEST(ParseNumber16, EveryNotationAndItsLimits) {
     const Case16 cases[] = {
         // characters: the byte as written, case kept
         {"'a'", 97}, {"'A'", 65}, {"' '", 32}, {"'''", 39}, {"A'z'", 122}, {"a'z'", 122},
@@ -29,56 +31,27 @@ TEST(ParseNumber16, EveryNotation) {
         {"B'101'", 5}, {"%1111111111111111", 65535}, {"0b101", 5}, {"101B", 5}, {"1b", 1},
         // decimal
         {"D'99'", 99}, {".99", 99}, {"99", 99}, {"0", 0}, {"65535", 65535},
-    };
-    for (const auto& c : cases) EXPECT_EQ(parsenumber16(c.text), c.value) << c.text;
-}
-
-TEST(ParseNumber16, LeadingZerosDoNotCountAgainstTheDigitLimit) {
-    const Case16 cases[] = {
+        // leading zeros
         {"$0000FFFF", 65535}, {"0x00001", 1}, {"%00000000000000001", 1}, {"0000065535", 65535},
         {"$0000", 0},         {"D'00000'", 0}, {".000", 0},
-    };
-    for (const auto& c : cases) EXPECT_EQ(parsenumber16(c.text), c.value) << c.text;
-}
-
-TEST(ParseNumber16, Boundaries) {
-    const Case16 cases[] = {
-        {"65536", kBad},   {"99999", kBad},    {"100000", kBad},
-        {"$10000", kBad},  {"0x1FFFF", kBad},  {"10000H", kBad},
-        {"%10000000000000000", kBad},          {"1111111111111111B", 65535},
-    };
-    for (const auto& c : cases) EXPECT_EQ(parsenumber16(c.text), c.value) << c.text;
-}
-
-TEST(ParseNumber16, ExplicitlyInvalidTexts) {
-    for (const char* text : {"", ".", "B", "H", "$", "%", "0B", "0X", "B''", "D''", "H''", "A''", "''",
-                             "\"\"", "b", "h", "0x", "0b", "b''", "a''"})
-        EXPECT_EQ(parsenumber16(text), kBad) << '"' << text << '"';
-}
-
-TEST(ParseNumber16, TheFirstFittingNotationDecidesEvenWhenItsDigitsFail) {
-    const Case16 cases[] = {
+        // boundaries
+        {"65536", kBad},  {"99999", kBad},  {"100000", kBad}, {"$10000", kBad}, {"0x1FFFF", kBad},
+        {"10000H", kBad}, {"%10000000000000000", kBad},        {"1111111111111111B", 65535},
+        // the first fitting notation decides
         {"'ab'", kBad},   // a character form with two characters
-        {"A'bc'", kBad},
-        {"\"ab\"", kBad},
+        {"A'bc'", kBad}, {"\"ab\"", kBad},
         {"$1H", kBad},    // "$" wins over the trailing H
         {"0B1B", kBad},   // "0b" wins over the trailing B
         {"0x1H", kBad},
         {"H'12", kBad},   // no closing quote: falls through to decimal, which fails
         {"12A", kBad},    // decimal digits must read back unchanged
-        {"1.5", kBad},
-        {".9.9", kBad},
-        {"%102", kBad},
-        {"B'2'", kBad},
-        {"$G", kBad},
-        {"-5", kBad},
-        {"+5", kBad},
-        {" 5", kBad},
-        {"5 ", kBad},
-        {"1E3", kBad},
-        {"D'1A'", kBad},
+        {"1.5", kBad}, {".9.9", kBad}, {"%102", kBad}, {"B'2'", kBad}, {"$G", kBad}, {"-5", kBad},
+        {"+5", kBad},  {" 5", kBad},   {"5 ", kBad},   {"1E3", kBad},  {"D'1A'", kBad},
     };
     for (const auto& c : cases) EXPECT_EQ(parsenumber16(c.text), c.value) << c.text;
+    for (const char* text : {"", ".", "B", "H", "$", "%", "0B", "0X", "B''", "D''", "H''", "A''", "''",
+                             "\"\"", "b", "h", "0x", "0b", "b''", "a''"})
+        EXPECT_EQ(parsenumber16(text), kBad) << '"' << text << '"';
 }
 
 struct Case32 {
@@ -86,13 +59,10 @@ struct Case32 {
     double value;
 };
 
-TEST(ParseNumber32, SmallNumbersComeFromTheSixteenBitReader) {
-    const Case32 cases[] = {{"'a'", 97}, {"$FF", 255}, {"65535", 65535}, {"A'z'", 122}};
-    for (const auto& c : cases) EXPECT_EQ(parsenumber32(c.text), c.value) << c.text;
-}
-
 TEST(ParseNumber32, WideNotationsAndBoundaries) {
     const Case32 cases[] = {
+        // small numbers come from the sixteen-bit reader
+        {"'a'", 97}, {"$FF", 255}, {"65535", 65535}, {"A'z'", 122},
         {"65536", 65536},
         {"4294967295", 4294967295.0},
         {"4294967296", -1},

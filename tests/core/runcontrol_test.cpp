@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+
 #include "core/encode.h"
 #include "core/timetext.h"
 #include "support/simfixture.h"
@@ -9,36 +11,25 @@
 namespace velmora::test {
 namespace {
 
-TEST(TimeText, MicrosecondsWithTwoDecimals) {
-    EXPECT_EQ(timetext(4, 4.0f), "1.00 \xC2\xB5s");
-    EXPECT_EQ(timetext(0, 4.0f), "0.00 \xC2\xB5s");
-    EXPECT_EQ(timetext(1, 4.0f), "0.25 \xC2\xB5s");
-    EXPECT_EQ(timetext(43, 4.0f), "10.75 \xC2\xB5s");
-    EXPECT_EQ(timetext(1, 8.0f), "0.12 \xC2\xB5s");  // 12.5 hundredths: half to even
-    EXPECT_EQ(timetext(3, 8.0f), "0.38 \xC2\xB5s");  // 37.5 hundredths: half to even
-    EXPECT_EQ(timetext(1, 3.0f), "0.33 \xC2\xB5s");
-    // From ten million cycles on the value is truncated: 10000001 * 100 / 3 = 333333366.67
-    EXPECT_EQ(timetext(10000001, 3.0f), "3333333.66 \xC2\xB5s");
-}
-
-TEST(TimeText, ClockFrequencyDisplay) {
-    EXPECT_EQ(getclockfrequency("4"), "4.0 MHz");
-    EXPECT_EQ(getclockfrequency(".5"), "0.5 MHz");
-    EXPECT_EQ(getclockfrequency("7.3728"), "7.3728 MHz");
-    EXPECT_EQ(frequencytext(4.0f), "4");
-    EXPECT_EQ(frequencytext(7.3728f), "7.3728");
-}
-
-TEST(TimeText, ElapsedAcrossMidnightStaysPositive) {
-    EXPECT_EQ(elapsedtext(86399.5, 0.55), "1.05");
-    EXPECT_EQ(elapsedtext(10.0, 12.345), "2.34");
-    EXPECT_EQ(elapsedtext(10.0, 10.0), "0.00");
-}
-
-TEST(Summary, ExactText) {
-    EXPECT_EQ(RunControl::summarytext(33, "0.01", 43, 4.0f),
-              "Total number of executed instructions is 33.\n0.01 seconds elapsed.\n"
-              "Real-time duration of the simulation is 43 clock cycles or 10.75 \xC2\xB5s at 4 MHz.");
+// Each text against its expectation, worked out by hand.
+TEST(TimeText, TimesFrequenciesAndTheSummary) {
+    const std::string us = " \xC2\xB5s";
+    const std::pair<std::string, std::string> cases[] = {
+        {timetext(4, 4.0f), "1.00" + us},  {timetext(0, 4.0f), "0.00" + us},   {timetext(1, 4.0f), "0.25" + us},
+        {timetext(43, 4.0f), "10.75" + us}, {timetext(1, 3.0f), "0.33" + us},
+        {timetext(1, 8.0f), "0.12" + us},  // 12.5 hundredths: half to even
+        {timetext(3, 8.0f), "0.38" + us},  // 37.5 hundredths: half to even
+        // From ten million cycles on the value is truncated: 10000001 * 100 / 3 = 333333366.67
+        {timetext(10000001, 3.0f), "3333333.66" + us},
+        {getclockfrequency("4"), "4.0 MHz"}, {getclockfrequency(".5"), "0.5 MHz"},
+        {getclockfrequency("7.3728"), "7.3728 MHz"}, {frequencytext(4.0f), "4"}, {frequencytext(7.3728f), "7.3728"},
+        // Elapsed time across midnight stays positive.
+        {elapsedtext(86399.5, 0.55), "1.05"}, {elapsedtext(10.0, 12.345), "2.34"}, {elapsedtext(10.0, 10.0), "0.00"},
+        {RunControl::summarytext(33, "0.01", 43, 4.0f),
+         "Total number of executed instructions is 33.\n0.01 seconds elapsed.\n"
+         "Real-time duration of the simulation is 43 clock cycles or 10.75" + us + " at 4 MHz."},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;
 }
 
 TEST(RunControl, StartThenStopAtStepByStepCountsOneCycleNoInstruction) {

@@ -11,6 +11,7 @@
 #include "core/memory.h"
 #include "core/peripherals.h"
 #include "core/usart.h"
+#include "support/ioencode.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -21,10 +22,7 @@ namespace {
 constexpr int kUbrrl = 0x09, kUcsrb = 0x0A, kUcsra = 0x0B, kUdr = 0x0C, kShared = 0x20, kOwnUcsrc = 0x03,
               kOwnUbrrh = 0x02;
 constexpr int kRxVector = 0x10, kUdreVector = 0x20, kTxVector = 0x30;
-constexpr uint16_t kSei = 0x9478;
 
-uint16_t ldi(int d, int k) { return ri(0xE000, d, k); }
-uint16_t inc(int d) { return r1(0x9403, d); }
 
 struct UsartSim : Sim {
     explicit UsartSim(int kind, float mhz = 4) : Sim(32768, 1024, 0) {
