@@ -67,20 +67,35 @@ TEST(HexReader, TailsOfTheErrorMessages) {
     for (int code = 1; code <= 13; ++code) EXPECT_TRUE(hexerrortail(code).starts_with(": ")) << code;
 }
 
-TEST(HexReader, OddCountsAndAddressesLoadAsTheyAre) {
-    const Loaded loaded = read(":03000100AABBCCCB\n");
-    ASSERT_TRUE(loaded.result.ok());
-    EXPECT_EQ(loaded.memory[0], 0xFF);
-    EXPECT_EQ(loaded.memory[1], 0xAA);
-    EXPECT_EQ(loaded.memory[3], 0xCC);
-    EXPECT_EQ(loaded.highest, 4);
-}
-
-TEST(HexReader, CommentsAndEmptyLinesCountForLineNumbers) {
-    const Loaded loaded = read("; a comment\n\n   \n:0100000055AA\n;\nnot a record\n");
-    EXPECT_EQ(loaded.result.error, kHexNoColon);
-    EXPECT_EQ(loaded.result.line, 6);
-    EXPECT_EQ(loaded.memory[0], 0x55);
+// Inputs that load, or stop at an error, with the bytes that stand afterwards.
+TEST(HexReader, RecordsLineEndsAndTheBytesThatStay) {
+    const struct {
+        const char* why;
+        std::string text;
+        int error, line, highest;
+        std::vector<std::pair<size_t, uint8_t>> bytes;
+    } cases[] = {
+        {"odd counts and addresses load as they are", ":03000100AABBCCCB\n", kHexOk, -1, 4,
+         {{0, 0xFF}, {1, 0xAA}, {3, 0xCC}}},
+        {"comments and empty lines count for line numbers", "; a comment\n\n   \n:0100000055AA\n;\nnot a record\n",
+         kHexNoColon, 6, -1, {{0, 0x55}}},
+        {"the end record stops reading", ":0100000055AA\n:00000001FF\n:0100010066\x01\ngarbage\n", kHexOk, -1, -1,
+         {{1, 0xFF}}},
+        {"a file without end record loads to its end", ":0100000055AA\n:010001006698", kHexOk, -1, 2, {{1, 0x66}}},
+        // Type 05 is accepted and ignored; a data record without data is skipped whatever its count.
+        {"records that carry nothing", ":0400000500000000F7\n:10000000F0\n:00000001FF\n", kHexOk, -1, 0, {}},
+        // Bytes 254 and 255 fit, the third does not.
+        {"bytes before an error stay", ":0300FE00010203F9\n", kHexOutOfRange, -1, 256, {{254, 0x01}, {255, 0x02}}},
+        {"trailing blanks of any length", ":0100000055AA" + std::string(10u << 20, ' ') + "\n", kHexOk, -1, -1,
+         {{0, 0x55}}},
+    };
+    for (const auto& c : cases) {
+        const Loaded loaded = read(c.text);
+        EXPECT_EQ(loaded.result.error, c.error) << c.why;
+        if (c.line >= 0) { EXPECT_EQ(loaded.result.line, c.line) << c.why; }
+        if (c.highest >= 0) { EXPECT_EQ(loaded.highest, c.highest) << c.why; }
+        for (const auto& [address, value] : c.bytes) EXPECT_EQ(loaded.memory[address], value) << c.why << " @" << address;
+    }
 }
 
 TEST(HexReader, LineEndsOfEveryKindAndTrailingBlanks) {
@@ -91,26 +106,6 @@ TEST(HexReader, LineEndsOfEveryKindAndTrailingBlanks) {
         EXPECT_EQ(loaded.memory[1], 0x66);
         EXPECT_EQ(loaded.result.line, 3) << "line end " << ::testing::PrintToString(end);
     }
-}
-
-TEST(HexReader, TheEndRecordStopsReading) {
-    const Loaded loaded = read(":0100000055AA\n:00000001FF\n:0100010066\x01\ngarbage\n");
-    EXPECT_TRUE(loaded.result.ok());
-    EXPECT_EQ(loaded.memory[1], 0xFF);
-}
-
-TEST(HexReader, AFileWithoutEndRecordLoadsToItsEnd) {
-    const Loaded loaded = read(":0100000055AA\n:010001006698");
-    EXPECT_TRUE(loaded.result.ok());
-    EXPECT_EQ(loaded.memory[1], 0x66);
-    EXPECT_EQ(loaded.highest, 2);
-}
-
-TEST(HexReader, RecordsThatCarryNothing) {
-    // Type 05 is accepted and ignored; a data record without data is skipped whatever its count.
-    const Loaded loaded = read(":0400000500000000F7\n:10000000F0\n:00000001FF\n");
-    EXPECT_TRUE(loaded.result.ok());
-    EXPECT_EQ(loaded.highest, 0);
 }
 
 TEST(HexReader, ExtendedAddressesAddUpAndStayInForce) {
@@ -131,15 +126,6 @@ TEST(HexReader, ExtendedAddressesAddUpAndStayInForce) {
         EXPECT_EQ(loaded.memory[c.address + 1], 0x77) << c.why << ": still in force on the next record";
         EXPECT_EQ(loaded.highest, static_cast<int>(c.address + 2)) << c.why;
     }
-}
-
-TEST(HexReader, BytesBeforeAnErrorStayAndTheHighestAddressCountsThem) {
-    // Bytes 254 and 255 fit, the third does not.
-    const Loaded loaded = read(":0300FE00010203F9\n", 256);
-    EXPECT_EQ(loaded.result.error, kHexOutOfRange);
-    EXPECT_EQ(loaded.memory[254], 0x01);
-    EXPECT_EQ(loaded.memory[255], 0x02);
-    EXPECT_EQ(loaded.highest, 256);
 }
 
 TEST(HexReader, HighestOnlyRises) {
@@ -177,12 +163,6 @@ TEST(HexReader, TenMegabytesInOneLine) {
     EXPECT_EQ(record.result.line, 1);
     const Loaded text = read(std::string(10u << 20, 'x'));
     EXPECT_EQ(text.result.error, kHexNoColon);
-}
-
-TEST(HexReader, TrailingBlanksOfAnyLengthAreStripped) {
-    const Loaded loaded = read(":0100000055AA" + std::string(10u << 20, ' ') + "\n");
-    EXPECT_TRUE(loaded.result.ok());
-    EXPECT_EQ(loaded.memory[0], 0x55);
 }
 
 TEST(HexReader, TenMegabytesOfNoise) {

@@ -152,15 +152,6 @@ TEST_F(ViewTest, AnalogPanelSliderAndPrompt) {
     EXPECT_FALSE(view.panelchannel());
 }
 
-TEST(AnalogText, NumberOrVolts) {
-    EXPECT_EQ(analogtext(0, false), "0");
-    EXPECT_EQ(analogtext(1023, false), "1023");
-    EXPECT_EQ(analogtext(1023, true), "5.00V");
-    EXPECT_EQ(analogtext(512, true), "2.50V");  // 250.24 hundredths
-    EXPECT_EQ(analogtext(10, true), "0.05V");   // 4.89 hundredths
-    EXPECT_EQ(analogtext(0, true), "0.00V");
-}
-
 TEST_F(ViewTest, WhileRunningOnlyAChangeRepaints) {
     m.simulationrunning = true;
     EXPECT_TRUE(view.refresh()) << "the first look takes the copies";

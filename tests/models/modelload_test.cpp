@@ -7,17 +7,12 @@
 #include "core/hextext.h"
 #include "core/memory.h"
 #include "models/modelfixture.h"
+#include "support/simfixture.h"
 
 namespace velmora::test {
 namespace {
 
 constexpr int io(int address) { return address + 32; }
-
-int addressof(const Machine& m, const std::string& name) {
-    for (const NamedRegister& r : m.namedregisters)
-        if (r.name == name) return r.address;
-    return -1;
-}
 
 const InterruptEntry* interruptnamed(const Machine& m, const std::string& name) {
     for (const InterruptEntry& e : m.interrupttable)
@@ -73,12 +68,10 @@ TEST(ModelLoad, SizesAndMemories) {
 }
 
 TEST(ModelLoad, ExtendedIoStandsBetweenIoAndSram) {
-    TempDir dir;
     ModelText text;
     text.keys = "pins: 8\nflash: 262144\nextendedio: 160\nsram: 8192\neeprom: 4096\n";
     text.registers = "C6,UDR0,00,FF\n";
-    LoadedModel model;
-    loadtext(model, dir, text.text());
+    const LoadedModel model = loadmodel(text.text());
     ASSERT_TRUE(model.result.ok) << model.result.message;
     EXPECT_EQ(model.m.dataspacesize, 96 + 160 + 8192);
     EXPECT_TRUE(model.m.threebytepc);
@@ -88,9 +81,7 @@ TEST(ModelLoad, ExtendedIoStandsBetweenIoAndSram) {
 }
 
 TEST(ModelLoad, KeysGivePeripheralKindsAndMissingKeysZero) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     const PeripheralKinds& k = model.m.kinds;
     EXPECT_EQ(k.simconf, 1);
     EXPECT_EQ(k.instsetconf, 3);
@@ -103,8 +94,7 @@ TEST(ModelLoad, KeysGivePeripheralKindsAndMissingKeysZero) {
 
     ModelText sparse;
     sparse.keys = "flash: 1024\nsram: 64\ncompconf: 3,1,2,3,5\nintconf: 4\nuartconf: 8 (shared UCSRC)\n";
-    LoadedModel other;
-    loadtext(other, dir, sparse.text());
+    const LoadedModel other = loadmodel(sparse.text());
     ASSERT_TRUE(other.result.ok) << other.result.message;
     EXPECT_EQ(other.m.kinds.simconf, 0);
     EXPECT_EQ(other.m.kinds.adcconf, 0);
@@ -118,18 +108,14 @@ TEST(ModelLoad, KeysGivePeripheralKindsAndMissingKeysZero) {
 }
 
 TEST(ModelLoad, KeysMatchOnTheirLeadingCharactersOnly) {
-    TempDir dir;
     ModelText text;
     text.keys = "flash:8192\n flash: 4096\nFlash: 2048\nsram: 64\nflash: 1024 bytes\n";
-    LoadedModel model;
-    loadtext(model, dir, text.text());
+    const LoadedModel model = loadmodel(text.text());
     EXPECT_EQ(model.m.flashsize, 1024);
 }
 
 TEST(ModelLoad, SectionOneMasksAndNamedRegisterTable) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     const Machine& m = model.m;
     EXPECT_EQ(m.datamask[0x20], 0xA5);  // "XXXX": a mask, no register
     EXPECT_EQ(m.datamask[io(0x3B)], 0xC3);
@@ -142,14 +128,13 @@ TEST(ModelLoad, SectionOneMasksAndNamedRegisterTable) {
     EXPECT_EQ(m.namedregisters.back().text, "$05F   SREG");
     EXPECT_EQ(m.namedregisters.back().name, "SREG");
     EXPECT_EQ(m.namedregisters.back().address, 0x5F);
-    EXPECT_EQ(addressof(m, "XXXX"), -1);
+    EXPECT_EQ(registeraddress(m, "XXXX"), -1);
     // The load leaves the machine cleaned: reset values stand in the data space.
     EXPECT_EQ(m.datamem[io(0x0B)], 0x20);
     EXPECT_EQ(m.pc, 0);
 }
 
 TEST(ModelLoad, UnreadableSectionOneLinesAreDropped) {
-    TempDir dir;
     ModelText text;
     text.registers =
         "5F,SREG,00,FF\n"
@@ -162,8 +147,7 @@ TEST(ModelLoad, UnreadableSectionOneLinesAreDropped) {
         "FF,BEYOND,00,FF\n"  // past a data space of 96 + 64
         "43,,00,3C\n";       // no name: only a mask
     text.keys = "flash: 1024\nsram: 64\n";
-    LoadedModel model;
-    loadtext(model, dir, text.text());
+    const LoadedModel model = loadmodel(text.text());
     ASSERT_TRUE(model.result.ok) << model.result.message;
     std::vector<std::string> names;
     for (const NamedRegister& r : model.m.namedregisters) names.push_back(r.name);
@@ -175,26 +159,22 @@ TEST(ModelLoad, UnreadableSectionOneLinesAreDropped) {
 }
 
 TEST(ModelLoad, ListIoFirstReversesTheTable) {
-    TempDir dir;
     ModelOptions options;
     options.listiofirst = true;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text(), options);
+    const LoadedModel model = loadmodel(ModelText{}.text(), options);
     ASSERT_EQ(model.m.namedregisters.size(), 26u);
     EXPECT_EQ(model.m.namedregisters.front().name, "SREG");
     EXPECT_EQ(model.m.namedregisters.back().name, "ADCL");
 }
 
 TEST(ModelLoad, HardwareStackModelsGetThreeStackEntriesLast) {
-    TempDir dir;
     ModelText text;
     text.keys = "pins: 20\nflash: 1024\nextendedio: 0\nsram: 0\neeprom: 64\n";
     text.registers = "38,PORTB,00,FF\n5F,SREG,00,FF\n";
     for (bool iofirst : {false, true}) {
         ModelOptions options;
         options.listiofirst = iofirst;
-        LoadedModel model;
-        loadtext(model, dir, text.text(), options);
+        const LoadedModel model = loadmodel(text.text(), options);
         ASSERT_TRUE(model.result.ok) << model.result.message;
         const auto& table = model.m.namedregisters;
         ASSERT_EQ(table.size(), 5u);
@@ -208,15 +188,12 @@ TEST(ModelLoad, HardwareStackModelsGetThreeStackEntriesLast) {
         EXPECT_EQ(model.m.dataspacesize, 96);
         EXPECT_TRUE(model.m.eightbitpointers);
     }
-    LoadedModel withsram;
-    loadtext(withsram, dir, ModelText{}.text());
-    EXPECT_EQ(addressof(withsram.m, ""), -1);
+    const LoadedModel withsram = loadmodel(ModelText{}.text());
+    EXPECT_EQ(registeraddress(withsram.m, ""), -1);
 }
 
 TEST(ModelLoad, SectionThreeSkipsPortRegistersAndUnknownRegisters) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     const auto& names = model.m.bitnames;
     // Described registers get their bit names and, in row 8, their name.
     EXPECT_EQ(names[io(0x3F)][0], "SREG_C");
@@ -257,7 +234,6 @@ TEST(ModelLoad, SectionThreeSkipsPortRegistersAndUnknownRegisters) {
 }
 
 TEST(ModelLoad, SectionThreeBitNamesTakeTheLastDigitAndStayInsideTheDataSpace) {
-    TempDir dir;
     ModelText text;
     text.keys = "flash: 1024\nsram: 0\n";
     text.registers = "3F,EEARH,00,01\n5F,SREG,00,FF\n";
@@ -271,8 +247,7 @@ TEST(ModelLoad, SectionThreeBitNamesTakeTheLastDigitAndStayInsideTheDataSpace) {
         ".equ = 6\n"
         "; PORTBX is not a port register name\n"
         ".equ AFTER = 0\n";
-    LoadedModel model;
-    loadtext(model, dir, text.text());
+    const LoadedModel model = loadmodel(text.text());
     ASSERT_TRUE(model.result.ok);
     const auto& sreg = model.m.bitnames[0x5F];
     EXPECT_EQ(sreg[4], "FIRST");
@@ -287,9 +262,7 @@ TEST(ModelLoad, SectionThreeBitNamesTakeTheLastDigitAndStayInsideTheDataSpace) {
 }
 
 TEST(ModelLoad, SectionFourInterruptTable) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     ASSERT_TRUE(model.result.ok);
     EXPECT_TRUE(model.result.warnings.empty());
     const Machine& m = model.m;
@@ -323,7 +296,6 @@ TEST(ModelLoad, SectionFourInterruptTable) {
 }
 
 TEST(ModelLoad, BadInterruptReferencesWarnWithTheFileLineNumber) {
-    TempDir dir;
     ModelText text;
     text.interrupts =
         "INT0,0001,External Interrupt Request 0,GICR.6,GIFR.6\n"
@@ -334,8 +306,7 @@ TEST(ModelLoad, BadInterruptReferencesWarnWithTheFileLineNumber) {
         "NOVEC,00E,Short vector,,\n"
         "EXTRA,0003,Rest ignored,GICR.7,GIFR.7,whatever,else\n";
     const std::string file = text.text();
-    LoadedModel model;
-    loadtext(model, dir, file);
+    const LoadedModel model = loadmodel(file);
     ASSERT_TRUE(model.result.ok);
     const std::string timer = "Error in interrupt definition " + std::to_string(linenumberof(file, "TIMER,")) + ".";
     const std::string adc = "Error in interrupt definition " + std::to_string(linenumberof(file, "ADC,")) + ".";
@@ -353,9 +324,7 @@ TEST(ModelLoad, BadInterruptReferencesWarnWithTheFileLineNumber) {
 }
 
 TEST(ModelLoad, SectionFivePinsAndAdcChannels) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     const Machine& m = model.m;
     ASSERT_EQ(m.pins.size(), 8u);
     EXPECT_EQ(m.pins[0].caption, "PB5 (SCK)");
@@ -382,14 +351,12 @@ TEST(ModelLoad, SectionFivePinsAndAdcChannels) {
 }
 
 TEST(ModelLoad, SectionFiveLimits) {
-    TempDir dir;
     ModelText text;
     text.pins.clear();
     for (int pin = 1; pin <= 90; ++pin) text.pins += std::to_string(pin) + ",P" + std::to_string(pin) + ",g,7,x,1\n";
     text.pins +=
         "91,odd\n";
-    LoadedModel model;
-    loadtext(model, dir, text.text());
+    const LoadedModel model = loadmodel(text.text());
     EXPECT_EQ(model.m.pins.size(), 80u);
     EXPECT_EQ(model.m.pins[79].portcode, 11);
     EXPECT_FALSE(model.m.pins[39].secondhalf);
@@ -400,8 +367,7 @@ TEST(ModelLoad, SectionFiveLimits) {
         "2,B,x,x,15,2\n"
         "3,C\n"            // too few fields
         "4,D,A,0,x,1\n";   // port letters in either case
-    LoadedModel other;
-    loadtext(other, dir, text.text());
+    const LoadedModel other = loadmodel(text.text());
     ASSERT_EQ(other.m.pins.size(), 4u);
     EXPECT_EQ(other.m.pins[0].portcode, 0);
     EXPECT_EQ(other.m.pins[0].bit, -1);
@@ -416,9 +382,7 @@ TEST(ModelLoad, SectionFiveLimits) {
 }
 
 TEST(ModelLoad, RolesAreBoundFromSectionTwoAndSideEffectsMarked) {
-    TempDir dir;
-    LoadedModel model;
-    loadtext(model, dir, ModelText{}.text());
+    const LoadedModel model = loadmodel(ModelText{}.text());
     const RegisterRoles& r = model.m.roles;
     EXPECT_TRUE(r.portexists[1]);
     EXPECT_TRUE(r.portexists[3]);
@@ -464,7 +428,6 @@ TEST(ModelLoad, ALoadReplacesEverythingOfThePreviousModel) {
 }
 
 TEST(ModelLoad, HeadCommentsBlankLinesAndCarriageReturns) {
-    TempDir dir;
     ModelText text;
     text.lead = "flash: 4\n5F,LEAD,00,FF\n\n";  // before the first header: ignored
     text.registers = "; a comment\n\n" + text.registers;
@@ -472,11 +435,10 @@ TEST(ModelLoad, HeadCommentsBlankLinesAndCarriageReturns) {
     std::string file = text.text();
     std::string crlf;
     for (char c : file) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    LoadedModel model;
-    loadtext(model, dir, crlf);
+    const LoadedModel model = loadmodel(crlf);
     ASSERT_TRUE(model.result.ok) << model.result.message;
     EXPECT_EQ(model.m.flashsize, 8192);
-    EXPECT_EQ(addressof(model.m, "LEAD"), -1);
+    EXPECT_EQ(registeraddress(model.m, "LEAD"), -1);
     EXPECT_EQ(model.m.namedregisters.size(), 26u);
     EXPECT_EQ(model.definitions.definitiontext.front(), ".equ ADCL = $04");
     EXPECT_EQ(model.m.bitnames[io(0x3F)][0], "SREG_C");
@@ -499,12 +461,10 @@ TEST(ModelLoad, CorruptedSizesEndTheProgram) {
         {"flash: 1024\nextendedio: 70000\nsram: 64\n", "extendedio: 70000"},
         {"flash: 1024\nsram: 64\neeprom: 100000\n", "eeprom: 100000"},
     };
-    TempDir dir;
     for (const auto& c : cases) {
         ModelText text;
         text.keys = c.keys;
-        LoadedModel model;
-        loadtext(model, dir, text.text(), {}, "ATbad");
+        const LoadedModel model = loadmodel(text.text(), {}, "ATbad");
         EXPECT_FALSE(model.result.ok) << c.keys;
         EXPECT_EQ(model.result.message,
                   std::string("File 'ATbad.cfg' corrupted.\nError code: ") + c.code + "\nThe program will now end.");
@@ -514,9 +474,7 @@ TEST(ModelLoad, CorruptedSizesEndTheProgram) {
     // The largest data space that fits is fine.
     ModelText largest;
     largest.keys = "flash: 1024\nextendedio: 160\nsram: 65280\n";
-    LoadedModel model;
-    TempDir other;
-    loadtext(model, other, largest.text());
+    const LoadedModel model = loadmodel(largest.text());
     EXPECT_TRUE(model.result.ok) << model.result.message;
     EXPECT_EQ(model.m.dataspacesize, 65536);
 }
