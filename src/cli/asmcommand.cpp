@@ -1,49 +1,42 @@
-#include <cctype>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "assembler/assemblefile.h"
-#include "core/textcase.h"
 #include "cli/commands.h"
+#include "cli/diagnostics.h"
 #include "cli/options.h"
 #include "cli/session.h"
-#include "models/modelfile.h"
 
 namespace velmora {
 
 namespace {
-
-void asmusage(std::ostream& err) { err << "usage: velmora-cli asm [--model NAME] FILE.asm\n"; }
-
-// The display name of the wanted model, or of the default one; empty after saying why not.
-std::string modelname(const ParsedArgs& parsed, std::ostream& err) {
-    const ModelList list = modellist(modeldirectory());
-    if (!list.error.empty()) {
-        err << list.error << "\n";
-        return {};
-    }
-    const std::optional<std::string> wanted = parsed.value("--model");
-    if (!wanted) return list.defaultindex >= 0 ? list.models[static_cast<size_t>(list.defaultindex)].name : "";
-    for (const ModelEntry& entry : list.models)
-        if (sameignoringcase(entry.name, *wanted)) return entry.name;
-    err << "velmora-cli: no model named '" << *wanted << "'; 'velmora-cli models' lists them\n";
-    return {};
-}
-
+constexpr CommandText kAsm = {
+    "asm", "[--model NAME] FILE.asm",
+    "Assembles a source file as the Assembler window's Assemble does: FILE.lst and FILE.hex\n"
+    "beside the source, the error rows and their count on stdout, and no outputs left after\n"
+    "errors. Each error also goes to stderr as FILE:LINE: error: TEXT. Exit 3 on errors.\n"
+    "options:\n"
+    "  --model NAME    microcontroller model whose symbols the source uses\n"
+    "  --help          this text\n"};
 }  // namespace
 
-// Assembles a source file as the Assembler window's Assemble does: the listing and HEX file
-// beside the source, the error rows and count on stdout, and no outputs left after errors.
 int asmcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     const ParsedArgs parsed = parseargs(args, {"--model"}, {});
-    if (!parsed.error.empty() || parsed.positional.size() != 1) {
-        if (!parsed.error.empty()) err << "velmora-cli: " << parsed.error << "\n";
-        asmusage(err);
-        return kExitUsage;
+    if (parsed.help) {
+        printhelp(kAsm, out);
+        return 0;
     }
-    const std::string model = modelname(parsed, err);
-    if (model.empty()) return kExitInputError;
-    const int errors = assemblefile(parsed.positional[0], model, modeldirectory(), out, err);
+    if (!parsed.error.empty()) return usageerror(kAsm, parsed.error, err);
+    if (parsed.positional.size() != 1)
+        return usageerror(kAsm, parsed.positional.empty() ? "no source file given" : "more than one file given", err);
+    const std::optional<std::string> model = modelnamed(parsed.value("--model"), err);
+    if (!model) return kExitInputError;
+    const std::string& source = parsed.positional[0];
+    std::ostringstream rows;
+    const int errors = assemblefile(source, *model, modeldirectory(), rows, err);
+    out << rows.str();
+    printgnuerrors(source, errorsofrows(rows.str()), err);
     return errors == 0 ? 0 : kExitInputError;
 }
 

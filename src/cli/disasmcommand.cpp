@@ -1,16 +1,24 @@
-#include <ostream>
 #include <optional>
+#include <ostream>
 
 #include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/session.h"
 #include "disassembler/disasmlisting.h"
 
 namespace velmora {
 
 namespace {
-void disasmusage(std::ostream& err) {
-    err << "usage: velmora-cli disasm [--model NAME] [--layout normal|noopcodes|plain] FILE.hex\n";
-}
+
+constexpr CommandText kDisasm = {
+    "disasm", "[--model NAME] [--layout normal|noopcodes|plain] FILE.hex",
+    "Loads a HEX file as Load Program does and prints the listing the Disassembler window\n"
+    "shows: with opcodes and invented labels (normal), without opcodes, so that it assembles\n"
+    "again (noopcodes), or one row per word without labels (plain).\n"
+    "options:\n"
+    "  --model NAME    microcontroller model ('velmora-cli models' lists them)\n"
+    "  --layout NAME   normal (default), noopcodes or plain\n"
+    "  --help          this text\n"};
 
 std::optional<ListingLayout> layoutnamed(const std::string& name) {
     if (name == "normal") return ListingLayout::Normal;
@@ -18,41 +26,24 @@ std::optional<ListingLayout> layoutnamed(const std::string& name) {
     if (name == "plain") return ListingLayout::Plain;
     return std::nullopt;
 }
+
 }  // namespace
 
-// Loads a HEX file as Load Program does and prints the listing the Disassembler window shows.
 int disasmcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::optional<std::string> model;
-    std::optional<std::string> file;
-    ListingLayout layout = ListingLayout::Normal;
-    for (size_t i = 0; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        const bool hasvalue = i + 1 < args.size();
-        if (a == "--model" && hasvalue) {
-            model = args[++i];
-        } else if (a == "--layout" && hasvalue) {
-            const auto named = layoutnamed(args[++i]);
-            if (!named) {
-                err << "velmora-cli: unknown layout '" << args[i] << "'\n";
-                disasmusage(err);
-                return kExitUsage;
-            }
-            layout = *named;
-        } else if (!a.empty() && a[0] != '-' && !file) {
-            file = a;
-        } else {
-            disasmusage(err);
-            return kExitUsage;
-        }
+    const ParsedArgs parsed = parseargs(args, {"--model", "--layout"}, {});
+    if (parsed.help) {
+        printhelp(kDisasm, out);
+        return 0;
     }
-    if (!file) {
-        disasmusage(err);
-        return kExitUsage;
-    }
+    if (!parsed.error.empty()) return usageerror(kDisasm, parsed.error, err);
+    if (parsed.positional.size() != 1)
+        return usageerror(kDisasm, parsed.positional.empty() ? "no HEX file given" : "more than one file given", err);
+    const std::optional<ListingLayout> layout = layoutnamed(parsed.value("--layout").value_or("normal"));
+    if (!layout) return usageerror(kDisasm, "unknown layout '" + *parsed.value("--layout") + "'", err);
     CliSession session(err);
-    if (!session.selectmodel(model)) return kExitInputError;
-    if (!session.loadprogram(*file)) return kExitInputError;
-    out << disasmfile(session.machine(), layout);
+    if (!session.selectmodel(parsed.value("--model"))) return kExitInputError;
+    if (!session.loadprogram(parsed.positional[0])) return kExitInputError;
+    out << disasmfile(session.machine(), *layout);
     return 0;
 }
 

@@ -1,17 +1,26 @@
 #include <ostream>
 
 #include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/session.h"
 #include "models/modelfile.h"
 
 namespace velmora {
 
-// Lists the models in display order with their descriptions; the default is marked.
+namespace {
+constexpr CommandText kModels = {"models", "",
+                                 "Lists the microcontroller models in display order with their descriptions;\n"
+                                 "'*' marks the default one.\n"};
+}  // namespace
+
 int modelscommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (!args.empty()) {
-        err << "usage: velmora-cli models\n";
-        return kExitUsage;
+    const ParsedArgs parsed = parseargs(args, {}, {});
+    if (parsed.help) {
+        printhelp(kModels, out);
+        return 0;
     }
+    if (!parsed.error.empty()) return usageerror(kModels, parsed.error, err);
+    if (!parsed.positional.empty()) return usageerror(kModels, "takes no file", err);
     const ModelList list = modellist(modeldirectory());
     if (!list.error.empty()) {
         err << list.error << "\n";

@@ -5,10 +5,12 @@
 #include <sstream>
 
 #include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/runio.h"
 #include "cli/runoptions.h"
 #include "cli/session.h"
 #include "cli/statedump.h"
+#include "cli/vcdtrace.h"
 #include "core/runcontrol.h"
 
 namespace velmora {
@@ -53,13 +55,9 @@ bool uartinputbytes(const std::vector<UartSource>& sources, std::string& bytes, 
 int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::string error;
     const std::optional<RunOptions> options = parserunoptions(args, error);
-    if (!options) {
-        err << "velmora-cli run: " << error << "\n"
-            << "usage: velmora-cli run [OPTIONS] FILE   ('velmora-cli run --help' lists the options)\n";
-        return kExitUsage;
-    }
+    if (!options) return usageerror(runtext(), error, err);
     if (options->help) {
-        out << runusage();
+        printhelp(runtext(), out);
         return 0;
     }
     CliSession session(err);
@@ -69,18 +67,21 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     Machine& m = session.machine();
     m.infiniteloopstop = options->infiniteloopstop;
     if (options->uarttime) m.uarttime = *options->uarttime;
-    const std::string mismatch = checkinputs(m, options->inputs, !options->uartin.empty());
-    if (!mismatch.empty()) {
-        err << "velmora-cli run: " << mismatch << "\n";
-        return kExitUsage;
-    }
+    const std::string mismatch = checkinputs(m, *options);
+    if (!mismatch.empty()) return usageerror(runtext(), mismatch, err);
     std::string uartbytes;
     if (!uartinputbytes(options->uartin, uartbytes, err)) return kExitInputError;
+    VcdTrace trace;
+    if (!options->vcd.empty() && !trace.open(options->vcd, m, options->vcdpins, error)) {
+        err << "velmora-cli run: " << error << "\n";
+        return kExitInputError;
+    }
 
     RunControl& run = session.runcontrol();
-    session.messenger().flushfirst = &out;
     RunIo io(m, out, options->inputs, std::move(uartbytes));
-    io.attach(run);
+    io.attach(run, trace.isopen() ? &trace : nullptr);
+    // The closing summary comes after the last bytes, as on a terminal that shows both.
+    session.messenger().beforeshow = [&io] { io.finish(); };
 
     bool limitreached = false, breakpointhit = false;
     const uint64_t maxcycles = options->maxcycles, maxinstructions = options->maxinstructions;
@@ -121,9 +122,13 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
         run.menustop();
     }
     io.finish();
+    if (trace.isopen() && !trace.finish(m)) {
+        err << "velmora-cli run: cannot write --vcd '" << options->vcd << "'\n";
+        return kExitInputError;
+    }
     if (options->dump) {
         if (!io.atlinestart()) out << "\n";  // the dump starts on a line of its own
-        dumpstate(m, out);
+        (options->dumpjson ? dumpstatejson : dumpstate)(m, out);
     }
     return exitcode(m, limitreached, breakpointhit);
 }

@@ -8,27 +8,49 @@
 
 namespace velmora {
 
-std::string checkinputs(const Machine& m, const std::vector<ScheduledInput>& inputs, bool hasuartinput) {
-    for (const ScheduledInput& input : inputs) {
+namespace {
+std::string noport(const Machine& m, const char* option, const std::string& text, int portcode) {
+    return std::string(option) + " '" + text + "': " + m.modelname + " has no PORT" +
+           static_cast<char>('A' + portcode - kPortCodeA);
+}
+}  // namespace
+
+std::string checkinputs(const Machine& m, const RunOptions& options) {
+    for (const PinSelection& pins : options.vcdpins)
+        if (!portexists(m, pins.portcode)) return noport(m, "--vcd-pins", pins.text, pins.portcode);
+    for (const ScheduledInput& input : options.inputs) {
         if (input.kind == ScheduledInput::Kind::Pin && !portexists(m, input.portcode))
-            return "--pin '" + input.text + "': " + m.modelname + " has no PORT" +
-                   static_cast<char>('A' + input.portcode - kPortCodeA);
+            return noport(m, "--pin", input.text, input.portcode);
         if (input.kind == ScheduledInput::Kind::Analog && !m.adcchannels[input.channel].exists)
             return "--analog '" + input.text + "': " + m.modelname + " has no analog channel " +
                    std::to_string(input.channel);
     }
-    if (hasuartinput && !hasusart(m)) return "--uart-in: " + m.modelname + " has no USART";
+    if (!options.uartin.empty() && !hasusart(m)) return "--uart-in: " + m.modelname + " has no USART";
     return {};
 }
 
 RunIo::RunIo(Machine& m, std::ostream& out, std::vector<ScheduledInput> inputs, std::string uartinput)
     : m_(m), out_(out), inputs_(std::move(inputs)), uartinput_(std::move(uartinput)) {}
 
-void RunIo::attach(RunControl& run) {
-    run.objectinit = [this] { betweensteps(); };
+void RunIo::attach(RunControl& run, VcdTrace* trace) {
+    trace_ = trace;
+    run.objectinit = [this] {
+        betweensteps();
+        if (trace_) starttrace();
+    };
     // The machine asks for a turn when the USART sent a byte or may take one, when the program
-    // wrote a peripheral register, and at the cycle of the next scheduled input.
-    run.onattention = [this] { betweensteps(); };
+    // wrote a peripheral register (every port register among them), and at the cycle of the
+    // next scheduled input.
+    run.onattention = [this] {
+        betweensteps();
+        if (trace_) trace_->look(m_);
+    };
+}
+
+void RunIo::starttrace() {
+    // The levels that the reset and the inputs due at cycle 0 give, as the first step would work them out.
+    portstep(m_);
+    trace_->start(m_);
 }
 
 void RunIo::betweensteps() {
@@ -66,6 +88,8 @@ void RunIo::drain() {
 }
 
 void RunIo::finish() {
+    drain();  // first what was sent, so the ring has room for the rest
+    usartfinishsending(m_);
     drain();
     out_.flush();
 }

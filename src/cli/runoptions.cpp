@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "cli/options.h"
+#include "cli/vcdtrace.h"
 #include "core/peripheraltimes.h"
 
 namespace velmora {
@@ -135,52 +136,68 @@ std::optional<ScheduledInput> parseanaloginput(const std::string& text, std::str
     return input;
 }
 
-const char* runusage() {
-    return "usage: velmora-cli run [OPTIONS] FILE\n"
-           "Runs FILE (Intel HEX if it ends in .hex, else a text file of hexadecimal words, ';' for\n"
-           "comments) on the simulated microcontroller until it sleeps or stops. Every byte the USART\n"
-           "sends is written to stdout as it is sent, unchanged; messages go to stderr.\n"
-           "options:\n"
-           "  --model NAME            microcontroller model ('velmora-cli models' lists them)\n"
-           "  --clock MHZ             clock frequency in MHz (default 4)\n"
-           "  --max-cycles N          stop once N clock cycles have passed\n"
-           "  --max-instructions N    stop once N instructions have run\n"
-           "  --break ADDRESS         stop when PC reaches this hexadecimal word address (repeatable)\n"
-           "  --infinite-loop-stop    stop at a jump to itself\n"
-           "  --uart-in TEXT          bytes for the USART receiver; escapes \\n \\r \\t \\0 \\\\ \\xHH\n"
-           "  --uart-in-file PATH     the bytes of a file for the USART receiver\n"
-           "                          (both repeatable; the bytes queue up in command-line order and\n"
-           "                          enter the receiver one by one while it is enabled and free)\n"
-           "  --uart-time US          time of one USART byte either way in microseconds, 50-100000\n"
-           "                          (default 1000)\n"
-           "  --pin PORTx.BIT=0|1[@CYCLE]\n"
-           "                          drive an input pin from the given clock cycle on (default 0);\n"
-           "                          repeatable, e.g. --pin PORTD.2=0@5000\n"
-           "  --analog CH=VALUE[@CYCLE]\n"
-           "                          put ADC channel CH (0-15) in analog mode with VALUE (0-1023)\n"
-           "                          from the given clock cycle on; repeatable\n"
-           "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
-           "                          and the EEPROM rows that are not erased\n"
-           "  --help                  this text\n"
-           "Inputs act between two instructions, at the first one that ends at or after CYCLE.\n"
-           "exit codes: 0 SLEEP, 2 usage error, 3 input file or model error, 4 unrecognized\n"
-           "instruction, 5 ran off the end of program memory, 6 infinite loop, 7 cycle or instruction\n"
-           "limit, 8 breakpoint, 9 stopped otherwise (BREAK, stack fault)\n";
+const CommandText& runtext() {
+    static constexpr CommandText kRun = {
+        "run", "[OPTIONS] FILE",
+        "Runs FILE on the simulated microcontroller until it sleeps or stops. FILE is an Intel\n"
+        "HEX file (.hex), an assembler source (.asm, assembled first as 'velmora-cli asm' does,\n"
+        "in a temporary folder), a BASIC source (.bas, compiled and assembled for the model and\n"
+        "clock of the run as 'velmora-cli basic --assemble' does, in a temporary folder), or else\n"
+        "a text file of hexadecimal words (';' for comments).\n"
+        "Every byte the USART sends is written to stdout as it is sent, unchanged; messages go to\n"
+        "stderr. When the run ends (SLEEP, a limit, a breakpoint or a fault), the transmitter\n"
+        "first finishes what the program wrote to UDR: the byte shifting out and the one waiting\n"
+        "behind it are written too. That takes no simulated time: the summary's cycles and the\n"
+        "dump's counters are those at the stop.\n"
+        "options:\n"
+        "  --model NAME            microcontroller model ('velmora-cli models' lists them)\n"
+        "  --clock MHZ             clock frequency in MHz (default 4)\n"
+        "  --max-cycles N          stop once N clock cycles have passed\n"
+        "  --max-instructions N    stop once N instructions have run\n"
+        "  --break ADDRESS         stop when PC reaches this hexadecimal word address (repeatable)\n"
+        "  --infinite-loop-stop    stop at a jump to itself\n"
+        "  --uart-in TEXT          bytes for the USART receiver; escapes \\n \\r \\t \\0 \\\\ \\xHH\n"
+        "  --uart-in-file PATH     the bytes of a file for the USART receiver\n"
+        "                          (both repeatable; the bytes queue up in command-line order and\n"
+        "                          enter the receiver one by one while it is enabled and free)\n"
+        "  --uart-time US          time of one USART byte either way in microseconds, 50-100000\n"
+        "                          (default 1000)\n"
+        "  --pin PORTx.BIT=0|1[@CYCLE]\n"
+        "                          drive an input pin from the given clock cycle on (default 0);\n"
+        "                          repeatable, e.g. --pin PORTD.2=0@5000\n"
+        "  --analog CH=VALUE[@CYCLE]\n"
+        "                          put ADC channel CH (0-15) in analog mode with VALUE (0-1023)\n"
+        "                          from the given clock cycle on; repeatable\n"
+        "  --vcd PATH              write every change of the pins' levels with its time to PATH as\n"
+        "                          a Value Change Dump (GTKWave, sigrok); the time unit is the\n"
+        "                          coarsest in which one clock cycle is a whole number of units\n"
+        "  --vcd-pins LIST         the pins to trace, e.g. PORTB,PORTD.2 (default: every pin of\n"
+        "                          every port of the model)\n"
+        "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
+        "                          and the EEPROM rows that are not erased\n"
+        "  --dump-format text|json the dump as text (default) or as one line of JSON after the\n"
+        "                          output (all of the EEPROM); implies --dump\n"
+        "  --help                  this text\n"
+        "Inputs act between two instructions, at the first one that ends at or after CYCLE.\n"
+        "exit codes: 0 SLEEP, 2 usage error, 3 input file or model error, 4 unrecognized\n"
+        "instruction, 5 ran off the end of program memory, 6 infinite loop, 7 cycle or instruction\n"
+        "limit, 8 breakpoint, 9 stopped otherwise (BREAK, stack fault)\n"};
+    return kRun;
 }
 
 std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error) {
     const ParsedArgs parsed =
         parseargs(args,
                   {"--model", "--clock", "--max-cycles", "--max-instructions", "--break", "--uart-in",
-                   "--uart-in-file", "--uart-time", "--pin", "--analog"},
-                  {"--dump", "--infinite-loop-stop", "--help"});
+                   "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd", "--vcd-pins", "--dump-format"},
+                  {"--dump", "--infinite-loop-stop"});
+    RunOptions o;
+    o.help = parsed.help;
+    if (o.help) return o;
     if (!parsed.error.empty()) {
         error = parsed.error;
         return std::nullopt;
     }
-    RunOptions o;
-    o.help = parsed.has("--help");
-    if (o.help) return o;
     if (parsed.positional.size() != 1) {
         error = parsed.positional.empty() ? "no program file given" : "more than one program file given";
         return std::nullopt;
@@ -189,6 +206,15 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
     o.model = parsed.value("--model");
     o.clock = parsed.value("--clock");
     o.dump = parsed.has("--dump");
+    o.vcd = parsed.value("--vcd").value_or("");
+    if (const auto format = parsed.value("--dump-format")) {
+        if (*format != "text" && *format != "json") {
+            error = "--dump-format '" + *format + "': expected text or json";
+            return std::nullopt;
+        }
+        o.dump = true;
+        o.dumpjson = *format == "json";
+    }
     o.infiniteloopstop = parsed.has("--infinite-loop-stop");
     for (const auto& [name, value] : parsed.ordered) {
         if (name == "--max-cycles" || name == "--max-instructions") {
@@ -223,6 +249,18 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
                 return std::nullopt;
             }
             o.uarttime = static_cast<float>(*us);
+        } else if (name == "--vcd-pins") {
+            for (size_t from = 0; from <= value.size();) {
+                const size_t comma = std::min(value.find(',', from), value.size());
+                const std::string item = value.substr(from, comma - from);
+                const auto selection = parsepinselection(item);
+                if (!selection) {
+                    error = "--vcd-pins '" + item + "': expected PORTx or PORTx.BIT, for example PORTB,PORTD.2";
+                    return std::nullopt;
+                }
+                o.vcdpins.push_back(*selection);
+                from = comma + 1;
+            }
         } else if (name == "--pin" || name == "--analog") {
             const auto input = name == "--pin" ? parsepininput(value, error) : parseanaloginput(value, error);
             if (!input) return std::nullopt;

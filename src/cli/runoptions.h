@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/options.h"
+#include "cli/vcdtrace.h"
+
 namespace velmora {
 
 // An input applied between steps once totalcycles reaches `cycle`.
@@ -34,6 +37,9 @@ struct RunOptions {
     std::vector<int32_t> breakpoints;              // word addresses
     bool infiniteloopstop = false;
     bool dump = false;
+    bool dumpjson = false;
+    std::string vcd;                   // empty: no pin trace
+    std::vector<PinSelection> vcdpins; // empty: every pin
     bool help = false;
     std::optional<float> uarttime;  // microseconds per byte
     std::vector<UartSource> uartin;
@@ -44,7 +50,7 @@ struct RunOptions {
 std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error);
 
 // The usage and help text of `run`.
-const char* runusage();
+const CommandText& runtext();
 
 // The pieces, for tests and for messages.
 std::optional<uint64_t> parsedecimal(const std::string& text);

@@ -2,6 +2,7 @@
 // Everything one headless run needs: the machine, its run control, messages to
 // stderr, a steady clock and settings kept in memory.
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -18,8 +19,10 @@ class StreamMessenger : public Messenger {
 public:
     explicit StreamMessenger(std::ostream& out) : out_(out) {}
     void show(const std::string& text, MessageKind kind) override;
-    // A stream flushed before each message, so program output and messages keep their order.
-    std::ostream* flushfirst = nullptr;
+    // Called before each message, so that the program's output and messages keep their order.
+    std::function<void()> beforeshow;
+    // Put before each message while it concerns one file ("FILE: "), so the message says which.
+    std::string prefix;
 
 private:
     std::ostream& out_;
@@ -45,7 +48,8 @@ public:
     bool selectmodel(const std::optional<std::string>& name);
     // Sets the clock in MHz from text; false for a value that is not a positive number.
     bool setclock(const std::string& text);
-    // Loads a program image: a text file of hexadecimal words.
+    // Loads a program for the selected model by its kind (see programinput.h); false after
+    // printing why not, naming the file.
     bool loadprogram(const std::string& path);
 
 private:
@@ -61,7 +65,8 @@ private:
 // Folder of the at*.cfg model files.
 std::string modeldirectory();
 
-// Reads whitespace-separated hexadecimal words; ';' starts a comment. Empty on error.
-std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);
+// The display name of the named model (any case), or of the default one without a name;
+// nothing after printing why not.
+std::optional<std::string> modelnamed(const std::optional<std::string>& name, std::ostream& err);
 
 }  // namespace velmora

@@ -11,4 +11,8 @@ namespace velmora {
 // levels as four digits), and the EEPROM rows that are not erased.
 void dumpstate(const Machine& m, std::ostream& out);
 
+// The same as one line of JSON, for scripts: {"registers":[32 numbers],"SREG":n,"SP":n,"PC":n,
+// "io":{"NAME":n,...},"eeprom":[every byte]}; numbers in decimal.
+void dumpstatejson(const Machine& m, std::ostream& out);
+
 }  // namespace velmora

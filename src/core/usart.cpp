@@ -115,6 +115,19 @@ bool usartreceive(Machine& m, uint8_t byte) {
     return true;
 }
 
+void usartfinishsending(Machine& m) {
+    if (m.kinds.uartconf < 2) return;
+    UsartState& u = m.usart;
+    for (int* place : {&u.txshift, &u.txbuffer}) {
+        if (*place < 0) continue;
+        keepoutput(m, u, static_cast<uint8_t>(*place));
+        *place = -1;
+        drive(m, m.roles.ucsra, kUsartTxc, true);
+    }
+    u.txtimeleft = 0;
+    drive(m, m.roles.ucsra, kUsartUdre, true);
+}
+
 size_t usarttakeoutput(Machine& m, uint8_t* out, size_t capacity) {
     UsartState& u = m.usart;
     size_t n = 0;

@@ -35,6 +35,11 @@ bool usartreceiverenabled(const Machine& m);
 // busy with a byte.
 inline bool usartreceiverready(const Machine& m) { return m.usart.rxshift < 0 && usartreceiverenabled(m); }
 
+// Lets the transmitter finish at once what was written to UDR: the byte shifting out, then
+// the one waiting in the buffer, join the sent bytes, as they would once their time had
+// passed. No simulated time passes. For front ends that end a run and want every byte.
+void usartfinishsending(Machine& m);
+
 // Moves up to `capacity` sent bytes, oldest first, into `out` and forgets them; returns how many.
 size_t usarttakeoutput(Machine& m, uint8_t* out, size_t capacity);
 

@@ -66,19 +66,6 @@ TEST(CliDisasm, LayoutsDifferAsTheirHeadingsSay) {
     EXPECT_NE(bare.out.find(":\tRJMP L1"), std::string::npos) << bare.out;
 }
 
-TEST(CliDisasm, BadUseAndBadFilesAreReportedNotListed) {
-    const std::string hex = kImageData + "small.hex";
-    EXPECT_EQ(cli({"disasm"}).code, kExitUsage);
-    EXPECT_EQ(cli({"disasm", "--layout", "fancy", hex}).code, kExitUsage);
-    EXPECT_EQ(cli({"disasm", "--model", "ATmega8"}).code, kExitUsage);
-    EXPECT_EQ(cli({"disasm", "--model", "NoSuchChip", hex}).code, kExitInputError);
-
-    const Result missing = cli({"disasm", "--model", "ATmega8", kImageData + "absent.hex"});
-    EXPECT_EQ(missing.code, kExitInputError);
-    EXPECT_TRUE(missing.out.empty());
-    EXPECT_FALSE(missing.err.empty());
-}
-
 TEST(CliRunHex, AvrGccImageRunsUntilTheLimit) {
     // The running light never sleeps; the cycle limit ends it without any message of a fault.
     const Result r = cli({"run", "--model", "ATmega8", "--max-cycles", "20000", kImageData + "small.hex"});

@@ -1,14 +1,11 @@
-// velmora-cli run: reading the options for the USART, pins and analog inputs, and the
-// usage errors that bad ones give.
+// velmora-cli run: reading the options for the USART, pins and analog inputs (the usage
+// errors that bad ones give are rows of conventions_test.cpp).
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "cli/commands.h"
-#include "inprocess.h"
 #include "cli/runoptions.h"
-#include "support/tempfolder.h"
 
 namespace velmora {
 namespace {
@@ -130,52 +127,6 @@ TEST(RunOptions, CountsAndAddresses) {
         EXPECT_FALSE(parserunoptions(bad, error)) << bad.size();
         EXPECT_FALSE(error.empty());
     }
-}
-
-using Result = test::CliResult;
-Result run(const std::vector<std::string>& args) { return test::runinprocess(args); }
-
-const std::string kEcho = std::string(VELMORA_TEST_DATA_DIR) + "/echo-atmega8.hex";
-
-TEST(RunOptions, BadInputOptionsAreUsageErrorsThatSayWhy) {
-    struct {
-        std::vector<std::string> options;
-        const char* message;
-    } cases[] = {
-        {{"--pin", "PORTB.9=1"}, "expected PORTx.BIT=0|1[@CYCLE]"},
-        {{"--analog", "3=2000"}, "VALUE 0-1023"},
-        {{"--uart-in", "ab\\q"}, "unknown escape \\q"},
-        {{"--uart-time", "10"}, "50-100000"},
-        {{"--model", "ATmega8", "--pin", "PORTA.0=1"}, "ATmega8 has no PORTA"},
-        {{"--model", "ATmega8", "--analog", "6=100"}, "ATmega8 has no analog channel 6"},
-        {{"--model", "ATtiny13", "--uart-in", "x"}, "ATtiny13 has no USART"},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> args = {"run"};
-        args.insert(args.end(), c.options.begin(), c.options.end());
-        args.push_back(kEcho);
-        const Result r = run(args);
-        EXPECT_EQ(r.code, kExitUsage) << c.message;
-        EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
-    }
-}
-
-TEST(RunOptions, UnreadableUartFileIsAnInputError) {
-    test::TempFolder folder;
-    const Result r = run({"run", "--model", "ATmega8", "--uart-in-file", (folder / "missing.bin").string(), kEcho});
-    EXPECT_EQ(r.code, kExitInputError);
-    EXPECT_NE(r.err.find("missing.bin"), std::string::npos);
-    EXPECT_EQ(run({"run", "--model", "ATmega8", "--uart-in-file", folder.path().string(), kEcho}).code,
-              kExitInputError);
-}
-
-TEST(RunOptions, HelpListsEveryOption) {
-    const Result r = run({"run", "--help"});
-    EXPECT_EQ(r.code, 0);
-    for (const char* option : {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
-                               "--infinite-loop-stop", "--uart-in ", "--uart-in-file", "--uart-time", "--pin",
-                               "--analog", "--dump", "exit codes"})
-        EXPECT_NE(r.out.find(option), std::string::npos) << option;
 }
 
 }  // namespace

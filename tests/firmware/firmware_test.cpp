@@ -1,6 +1,7 @@
 // End to end: C programs built with avr-gcc and avr-libc (build.sh) run on
 // velmora-cli, which must print exactly what each program sends over the USART and
-// end on its closing SLEEP.
+// end on its closing SLEEP. The programs sleep right after their last write to UDR,
+// so their last bytes are printed only because the run lets the transmitter finish.
 //
 // Expected output comes from outside the simulator: for computation, from the same
 // sources compiled for the host (make-expected.sh, files in expected/); for programs

@@ -1,5 +1,7 @@
 /* Polling USART for the test firmware: init, putchar, getchar, and finish, which
- * waits for the last byte to leave and then ends the run with cli; sleep.
+ * ends the run with cli; sleep right after the last write to UDR, as ordinary
+ * firmware does: the last byte or two are still in the transmitter then, and the
+ * runner must let them out.
  * The register names adapt to the chip through avr-libc's io headers: USART0
  * names (UDR0, UCSR0A...) where the chip has them, the plain names otherwise, and
  * URSEL where UCSRC shares its address with UBRRH.
@@ -119,8 +121,6 @@ static inline char uart_getchar(void) {
 }
 
 static inline void finish(void) {
-    while (!(UART_UCSRA & _BV(UART_TXC))) {
-    }
     sleep_enable();
     cli();
     sleep_cpu();

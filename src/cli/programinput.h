@@ -1,0 +1,50 @@
+#pragma once
+// What `run` and `disasm` accept as a program: an Intel HEX file, a source that is first
+// translated into one in a temporary folder, or a text file of hexadecimal words.
+
+#include <filesystem>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/events.h"
+#include "core/machine.h"
+
+namespace velmora {
+
+// Translates `source` for the machine's model (and clock) into an Intel HEX file inside
+// `folder` and returns its path; nothing after saying on `err` why not (errors naming `source`).
+using HexBuilder = std::optional<std::filesystem::path> (*)(const std::string& source,
+                                                            const std::filesystem::path& folder, const Machine& m,
+                                                            std::ostream& err);
+
+struct SourceKind {
+    const char* extension;  // with the dot, compared in any case
+    HexBuilder build;
+};
+
+// Assembler source, assembled as `velmora-cli asm` does; the error rows and report go to `err`.
+std::optional<std::filesystem::path> assembletohex(const std::string& source, const std::filesystem::path& folder,
+                                                   const Machine& m, std::ostream& err);
+
+// BASIC source, compiled and assembled as `velmora-cli basic --assemble` does, for the clock
+// the run uses; the compile error and any assembly errors go to `err`.
+std::optional<std::filesystem::path> compiletohex(const std::string& source, const std::filesystem::path& folder,
+                                                  const Machine& m, std::ostream& err);
+
+// The sources `run` translates before it runs them: one row per kind.
+inline constexpr SourceKind kSourceKinds[] = {
+    {".asm", assembletohex},
+    {".bas", compiletohex},
+};
+
+// Loads `path` into the machine's program memory by its kind: ".hex" as Load Program does
+// (messages through `messenger`), a source kind through its builder and a temporary folder,
+// anything else as a word file. False after saying why; memory is left clean then.
+bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err);
+
+// Reads whitespace-separated hexadecimal words; ';' starts a comment. Nothing on error.
+std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);
+
+}  // namespace velmora
