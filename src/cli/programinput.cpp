@@ -83,21 +83,27 @@ bool loadwordfile(Machine& m, const std::string& path, std::ostream& err) {
     return true;
 }
 
-}  // namespace
-
-std::optional<std::filesystem::path> assembletohex(const std::string& source, const std::filesystem::path& folder,
-                                                   const Machine& m, std::ostream& err) {
-    const std::string& model = m.modelname;
+// Translators write their outputs beside the source, so they work on a copy in `folder`.
+std::optional<std::filesystem::path> copyintofolder(const std::string& source, const std::filesystem::path& folder,
+                                                    std::ostream& err) {
     const std::optional<std::string> text = readwhole(source);
     if (!text) {
         err << "velmora-cli: cannot open '" << source << "'\n";
         return std::nullopt;
     }
-    // The assembler writes its outputs beside the source, so it works on a copy.
     const std::filesystem::path copy = folder / std::filesystem::path(source).filename();
     std::ofstream(copy, std::ios::binary) << *text;
+    return copy;
+}
+
+}  // namespace
+
+std::optional<std::filesystem::path> assembletohex(const std::string& source, const std::filesystem::path& folder,
+                                                   const Machine& m, std::ostream& err) {
+    const std::optional<std::filesystem::path> copy = copyintofolder(source, folder, err);
+    if (!copy) return std::nullopt;
     std::ostringstream rows;
-    const int errors = assemblefile(copy.string(), model, modeldirectory(), rows, err);
+    const int errors = assemblefile(copy->string(), m.modelname, modeldirectory(), rows, err);
     if (errors != 0) {
         err << rows.str();
         printgnuerrors(source, errorsofrows(rows.str()), err);
@@ -111,16 +117,10 @@ std::optional<std::filesystem::path> assembletohex(const std::string& source, co
 
 std::optional<std::filesystem::path> compiletohex(const std::string& source, const std::filesystem::path& folder,
                                                   const Machine& m, std::ostream& err) {
-    const std::optional<std::string> text = readwhole(source);
-    if (!text) {
-        err << "velmora-cli: cannot open '" << source << "'\n";
-        return std::nullopt;
-    }
-    // The compiler writes its outputs beside the source, so it works on a copy.
-    const std::filesystem::path copy = folder / std::filesystem::path(source).filename();
-    std::ofstream(copy, std::ios::binary) << *text;
+    const std::optional<std::filesystem::path> copy = copyintofolder(source, folder, err);
+    if (!copy) return std::nullopt;
     BasicFileRequest request;
-    request.path = copy.string();
+    request.path = copy->string();
     request.modelname = m.modelname;
     request.modeldir = modeldirectory();
     request.clockmhz = m.clockfrequency;
