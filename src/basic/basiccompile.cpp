@@ -137,12 +137,14 @@ std::vector<std::string> basickeywordsfor(const BasicModel& model) {
 
 void loadsource(CompileContext& ctx, const std::string& source, const KeywordSpelling& spelling) {
     ctx.rows.assign(1, SourceRow{});
+    // Rows end in CR LF; a file written on another system may end them in LF alone.
     std::string text = source;
-    if (!text.ends_with(kCrLf)) text += kCrLf;
+    if (!text.ends_with("\n")) text += kCrLf;
     for (size_t start = 0; start < text.size();) {
-        const size_t end = text.find(kCrLf, start);
-        const std::string cleaned = cleanbasicline(text.substr(start, end - start), spelling);
-        start = end + 2;
+        const size_t end = text.find('\n', start);
+        const size_t length = end - start - (end > start && text[end - 1] == '\r' ? 1 : 0);
+        const std::string cleaned = cleanbasicline(text.substr(start, length), spelling);
+        start = end + 1;
         SourceRow row;
         bool instring = false, incomment = false;
         for (char c : cleaned) {

@@ -30,6 +30,8 @@ TEST(BasicSkeleton, CommentsOnlyGiveTheFrameAndAssembleCleanly) {
         std::string unterminated = kComments;
         unterminated.resize(unterminated.size() - 2);
         EXPECT_EQ(compilebasic(unterminated, model).asmtext, result.asmtext) << "without the final line break";
+        EXPECT_EQ(compilebasic("' A comment only\n\n   ' an indented one", model).asmtext, result.asmtext)
+            << "with LF line ends";
     }
 }
 
