@@ -98,24 +98,24 @@ void ProgramCommands::forgetprogram() {
     fillunprogrammed(m_);
 }
 
-CommandResult ProgramCommands::menuload(const FileChooser& choose) {
+CommandResult ProgramCommands::menuload(const FileChooser& choose, bool confirm) {
     if (refusedwhilebusy()) return CommandResult::Refused;
     const std::string path = choose ? choose(startfolder()) : std::string();
     if (path.empty()) return CommandResult::Cancelled;
     rememberfolder(path);
-    return loadwithmenusoff(path);
+    return loadwithmenusoff(path, confirm);
 }
 
-CommandResult ProgramCommands::loadwithmenusoff(const std::string& path) {
+CommandResult ProgramCommands::loadwithmenusoff(const std::string& path, bool confirm) {
     enablemenus(host_, false);
     call(host_.yield);
-    const CommandResult result = loadfile(path);
+    const CommandResult result = loadfile(path, confirm);
     enablemenus(host_, true);
     return result;
 }
 
 // A failed load leaves no partial program behind.
-CommandResult ProgramCommands::loadfile(const std::string& path) {
+CommandResult ProgramCommands::loadfile(const std::string& path, bool confirm) {
     forgetprogram();
     call(host_.clearbreakpoints);
     clean(m_);
@@ -123,7 +123,7 @@ CommandResult ProgramCommands::loadfile(const std::string& path) {
     if (loaded) {
         programpath_ = path;
         call(host_.refresheditors);
-        messenger_.show(loadconfirmation(m_.programbytes), MessageKind::Information);
+        if (confirm) messenger_.show(loadconfirmation(m_.programbytes), MessageKind::Information);
     } else {
         programpath_.clear();
         forgetprogram();

@@ -59,7 +59,8 @@ public:
     ProgramCommands(Machine& m, Messenger& messenger, SettingsAccess& settings, ProgramCommandHost host,
                     std::string programdirectory);
 
-    CommandResult menuload(const FileChooser& choose);
+    // `confirm` off leaves the confirmation to a caller that reports the load itself.
+    CommandResult menuload(const FileChooser& choose, bool confirm = true);
     CommandResult menusave(const FileChooser& choose);
     CommandResult menuclear();
     // A click on the program's path: loads the same file again.
@@ -76,8 +77,8 @@ private:
     std::string startfolder();
     void rememberfolder(const std::string& path);
     void forgetprogram();
-    CommandResult loadwithmenusoff(const std::string& path);
-    CommandResult loadfile(const std::string& path);
+    CommandResult loadwithmenusoff(const std::string& path, bool confirm = true);
+    CommandResult loadfile(const std::string& path, bool confirm = true);
 
     Machine& m_;
     Messenger& messenger_;

@@ -4,13 +4,15 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
+
+#include "shell/sourcewindowsyntax.h"
 
 namespace velmora {
 
-// Upper-case words the editors colour as keywords.
-using AsmKeywords = std::unordered_set<std::string>;
+using AsmKeywords = SourceKeywords;
+using AsmSpanKind = SourceSpanKind;
+using AsmSpan = SourceSpan;
 
 // The mnemonics in alphabetical order, then .ORG, .EQU, .DB, .DW and .END.
 std::vector<std::string> asmkeywordlist();
@@ -18,14 +20,6 @@ std::vector<std::string> asmkeywordlist();
 // The list above plus, from the model's definition lines, each ".EQU name = value" name (a
 // port "PORTx" also giving its pin names "Px0" to "Px7"), R0 to R31 and XL to ZH.
 AsmKeywords asmeditorkeywords(const std::vector<std::string>& definitionlines);
-
-enum class AsmSpanKind { Keyword, Label, Comment };
-
-struct AsmSpan {
-    size_t start = 0;
-    size_t length = 0;
-    AsmSpanKind kind = AsmSpanKind::Keyword;
-};
 
 // The coloured pieces of one line, left to right: a label standing in the first column, the
 // keywords, and the comment from the first ";".

@@ -12,29 +12,16 @@ const std::vector<AsmMenu>& asmwindowmenus() {
           {"menusaveas", "Save As"},
           {"menuprint", "Print Source"},
           {"menuprint2", "Print Listing"}}},
-        {"menu2",
-         "Edit",
-         {{"menuundo", "Undo"},
-          {"menucopy", "Copy"},
-          {"menucut", "Cut"},
-          {"menupaste", "Paste"},
-          {"menufind", "Find"},
-          {"menufindnext", "Find Next"},
-          {"menureplace", "Replace All"},
-          {"menuformat", "Format Text"}}},
+        editmenu("menu2"),
         {"menu3",
          "Tools",
          {{"menuassemble", "Assemble"},
-          {"menuassembleload", "Assemble & Load"},
+          {"menuassembleload", "Assemble && Load"},
           {"menuavrassembler", "Assemble With AVR Assembler"}}},
         {"menu4", "Options", {{"menueeprom", "EEPROM Memory Editor"}}},
         {"menu5", "Go To Next Error", {}},
     };
     return menus;
-}
-
-bool asmcontrolcommand(const std::string& control) {
-    return control == "menuundo" || control == "menucopy" || control == "menucut" || control == "menupaste";
 }
 
 }  // namespace velmora

@@ -142,8 +142,8 @@ void MainWindowModel::command(const std::string& control) {
     }
 }
 
-void MainWindowModel::loadprogramfile(const std::string& path) {
-    programs_.menuload([&path](const std::string&) { return path; });
+void MainWindowModel::loadprogramfile(const std::string& path, bool confirm) {
+    programs_.menuload([&path](const std::string&) { return path; }, confirm);
     afterprogramchange();
 }
 

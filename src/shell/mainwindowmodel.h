@@ -77,8 +77,9 @@ public:
     // Runs a menu command by its control name.
     void command(const std::string& control);
     void openmicrocontrollerview();
-    // Load Program on a file named in advance (the command line): the dialog is not shown.
-    void loadprogramfile(const std::string& path);
+    // Load Program on a file named in advance (the command line, a build): the dialog is not
+    // shown; without `confirm` the caller reports the load.
+    void loadprogramfile(const std::string& path, bool confirm = true);
 
     // --- clicks on the fields ---
     void clickregistername(int row);

@@ -1,13 +1,6 @@
 #include "ui/assemblerwindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
-#include <QGuiApplication>
-#include <QPdfWriter>
-#include <QScreen>
-#include <QTextCursor>
-#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include "shell/asmwindowmenus.h"
@@ -21,48 +14,9 @@ constexpr int kDesignWidth = 720, kDesignHeight = 560;
 
 QString qtext(const std::string& text) { return QString::fromStdString(text); }
 
-// Menu captions are shown as written: a "&" in them is no accelerator.
-QString menucaption(const std::string& caption) { return qtext(caption).replace("&", "&&"); }
-
-// The model's state of one editor into its widget, touching only what differs so that the
-// user's undo history survives commands that leave the text alone. An edit of the text
-// itself (Replace All, Format Text) becomes one step that Undo takes back.
-void drawEditor(AsmCodeEditor* editor, const AsmEditorState& state, bool undoable) {
-    const QString text = qtext(state.text);
-    if (editor->toPlainText() != text) {
-        if (undoable) {
-            QTextCursor all(editor->document());
-            all.select(QTextCursor::Document);
-            all.insertText(text);
-        } else {
-            editor->setPlainText(text);
-        }
-    }
-    editor->setmarks(state.marks);
-    if (editor->caretoffset() != state.caret || editor->selectionbytes() != state.selection)
-        editor->setcaret(state.caret, state.selection);
-    editor->setEnabled(state.enabled);
-}
-
-void pullEditor(const AsmCodeEditor* editor, AsmEditorState& state) {
-    state.text = editor->toPlainText().toStdString();
-    state.caret = editor->caretoffset();
-    state.selection = editor->selectionbytes();
-}
-
 }  // namespace
 
-std::string QtAsmFileInput::openfile(const std::string& folder) {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), "Open", qtext(folder), kAsmFilter)
-        .toStdString();
-}
-
-std::string QtAsmFileInput::savefile(const std::string& folder) {
-    // The window asks its own overwrite question, on the name it makes of this one.
-    return QFileDialog::getSaveFileName(QApplication::activeWindow(), "Save As", qtext(folder), kAsmFilter, nullptr,
-                                        QFileDialog::DontConfirmOverwrite)
-        .toStdString();
-}
+QtAsmFileInput::QtAsmFileInput() : QtSourceFileInput(kAsmFilter) {}
 
 AssemblerWindowView::AssemblerWindowView(MainWindowModel& main, UserInput& input, Clock& clock, QWidget* parent)
     : QWidget(parent, Qt::Window), model_(main, input, clock), main_(main) {
@@ -71,7 +25,8 @@ AssemblerWindowView::AssemblerWindowView(MainWindowModel& main, UserInput& input
     layout->setContentsMargins(0, 0, 0, 0);
     auto* bar = new QMenuBar;
     layout->setMenuBar(bar);
-    buildmenus(bar);
+    menus_ = std::make_unique<SourceMenuBar>(bar, asmwindowmenus(),
+                                             [this](const std::string& control) { runcommand(control); });
 
     source_ = new AsmCodeEditor;
     source_->setObjectName("edittextboxpro1");
@@ -99,24 +54,31 @@ AssemblerWindowView::AssemblerWindowView(MainWindowModel& main, UserInput& input
 
     model_.changed = [this] { draw(); };
     model_.statuschanged = [this] { drawstatus(); };
-    model_.print = [this](const AsmPrintJob& job) { return printpdf(job); };
+    model_.print = [this](const AsmPrintJob& job) { return printtopdf(this, job, choosepdf); };
     model_.onload();
 
     const AsmEditorSettings& settings = model_.editorsettings();
     source_->applysettings(settings);
     listing_->applysettings(settings);
     if (settings.coloring) {
-        sourcecolours_ = std::make_unique<AsmHighlighter>(source_->document(), model_.keywords(), settings, true);
-        listingcolours_ = std::make_unique<AsmHighlighter>(listing_->document(), model_.keywords(), settings, false);
+        const AsmKeywords& keywords = model_.keywords();
+        sourcecolours_ = std::make_unique<SourceHighlighter>(
+            source_->document(), [&keywords](std::string_view line) { return asmsyntaxspans(line, keywords); },
+            settings);
+        // The listing viewer has line numbers in its first column, no labels.
+        listingcolours_ = std::make_unique<SourceHighlighter>(
+            listing_->document(),
+            [&keywords](std::string_view line) {
+                std::vector<AsmSpan> spans = asmsyntaxspans(line, keywords);
+                std::erase_if(spans, [](const AsmSpan& span) { return span.kind == AsmSpanKind::Label; });
+                return spans;
+            },
+            settings);
     }
 
     const AsmWindowGeometry geometry = model_.geometry();
-    resize(geometry.size ? QSize(geometry.size->x, geometry.size->y) : QSize(kDesignWidth, kDesignHeight));
+    placesourcewindow(this, geometry, QSize(kDesignWidth, kDesignHeight));
     divider_->setSizes({geometry.divider * 100, (100 - geometry.divider) * 100});
-    if (geometry.place)
-        move(geometry.place->x, geometry.place->y);
-    else if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - QPoint(width() / 2, height() / 2));
     main_.registry().setopen(windows::kAssembler, true);
     draw();
 }
@@ -128,40 +90,10 @@ AssemblerWindowView::~AssemblerWindowView() {
     listingcolours_.reset();
 }
 
-void AssemblerWindowView::buildmenus(QMenuBar* bar) {
-    for (const AsmMenu& menu : asmwindowmenus()) {
-        if (menu.items.empty()) {
-            QAction* command = bar->addAction(menucaption(menu.caption));
-            command->setObjectName(qtext(menu.control));
-            connect(command, &QAction::triggered, this, [this, control = menu.control] { runcommand(control); });
-            actions_[menu.control] = command;
-            continue;
-        }
-        QMenu* drop = bar->addMenu(menucaption(menu.caption));
-        drop->setObjectName(qtext(menu.control));
-        menus_.push_back(drop);
-        for (const AsmMenuItem& item : menu.items) {
-            QAction* command = drop->addAction(menucaption(item.caption));
-            command->setObjectName(qtext(item.control));
-            connect(command, &QAction::triggered, this, [this, control = item.control] { runcommand(control); });
-            actions_[item.control] = command;
-        }
-    }
-}
-
-QAction* AssemblerWindowView::action(const std::string& control) const {
-    const auto it = actions_.find(control);
-    return it == actions_.end() ? nullptr : it->second;
-}
-
 void AssemblerWindowView::runcommand(const std::string& control) {
     if (asmcontrolcommand(control)) {
         // Copy works in the listing too; the others change text and belong to the source.
-        AsmCodeEditor* copyfrom = listing_->hasFocus() ? listing_ : source_;
-        if (control == "menuundo") source_->undo();
-        else if (control == "menucopy") copyfrom->copy();
-        else if (control == "menucut") source_->cut();
-        else if (control == "menupaste") source_->paste();
+        runeditcommand(control, source_, listing_->hasFocus() ? listing_ : source_);
         return;
     }
     pull();
@@ -172,15 +104,15 @@ void AssemblerWindowView::runcommand(const std::string& control) {
 }
 
 void AssemblerWindowView::pull() {
-    pullEditor(source_, model_.source);
-    pullEditor(listing_, model_.listing);
+    pullsourceeditor(source_, model_.source);
+    pullsourceeditor(listing_, model_.listing);
 }
 
 void AssemblerWindowView::draw() {
     setWindowTitle(qtext(model_.caption()));
-    drawEditor(source_, model_.source, undoable_);
-    drawEditor(listing_, model_.listing, false);
-    for (QMenu* menu : menus_) menu->setEnabled(model_.menusenabled());
+    drawsourceeditor(source_, model_.source, undoable_);
+    drawsourceeditor(listing_, model_.listing, false);
+    menus_->setmenusenabled(model_.menusenabled());
     if (QAction* next = action("menu5")) next->setVisible(model_.gotonexterrorvisible());
     drawstatus();
     if (model_.sourcefocus) {
@@ -193,23 +125,6 @@ void AssemblerWindowView::drawstatus() {
     frame_->setVisible(model_.frameshown());
     label1_->setText(qtext(model_.label1()));
     label2_->setText(qtext(model_.label2()));
-}
-
-bool AssemblerWindowView::printpdf(const AsmPrintJob& job) {
-    const QString path = choosepdf ? choosepdf()
-                                   : QFileDialog::getSaveFileName(this, "Print", qtext(job.title) + ".pdf",
-                                                                  "PDF files (*.pdf)");
-    if (path.isEmpty()) return false;
-    QPdfWriter writer(path);
-    writer.setTitle(qtext(job.title));
-    QTextDocument document;
-    QFont font(qtext(job.fontname));
-    font.setPointSizeF(job.fontsize > 0 ? job.fontsize : 9);
-    font.setStyleHint(QFont::Monospace);
-    document.setDefaultFont(font);
-    document.setPlainText(qtext(job.text));
-    document.print(&writer);
-    return true;
 }
 
 void AssemblerWindowView::unload() {

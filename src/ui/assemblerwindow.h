@@ -5,25 +5,24 @@
 
 #include <QGroupBox>
 #include <QLabel>
-#include <QMenuBar>
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
-#include <map>
 #include <memory>
 
 #include "shell/assemblerwindow.h"
-#include "ui/asmcodeeditor.h"
-#include "ui/asmhighlighter.h"
-#include "ui/qtuserinput.h"
+#include "ui/sourcecodeeditor.h"
+#include "ui/sourcehighlighter.h"
+#include "ui/sourcewindowparts.h"
 
 namespace velmora {
 
+using AsmCodeEditor = SourceCodeEditor;
+
 // The desktop's file dialogs, for assembler sources.
-class QtAsmFileInput : public QtUserInput {
+class QtAsmFileInput : public QtSourceFileInput {
 public:
-    std::string openfile(const std::string& folder) override;
-    std::string savefile(const std::string& folder) override;
+    QtAsmFileInput();
 };
 
 class AssemblerWindowView : public QWidget {
@@ -36,7 +35,7 @@ public:
     AsmCodeEditor* sourceeditor() const { return source_; }
     AsmCodeEditor* listingviewer() const { return listing_; }
     QGroupBox* frame() const { return frame_; }
-    QAction* action(const std::string& control) const;
+    QAction* action(const std::string& control) const { return menus_->action(control); }
     // Runs a menu command as if chosen.
     void runcommand(const std::string& control);
     // Closes the window for good, saving its place.
@@ -48,11 +47,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildmenus(QMenuBar* bar);
     void pull();
     void draw();
     void drawstatus();
-    bool printpdf(const AsmPrintJob& job);
 
     AssemblerWindow model_;
     MainWindowModel& main_;
@@ -62,9 +59,8 @@ private:
     QGroupBox* frame_;
     QLabel* label1_;
     QLabel* label2_;
-    std::map<std::string, QAction*> actions_;
-    std::vector<QMenu*> menus_;
-    std::unique_ptr<AsmHighlighter> sourcecolours_, listingcolours_;
+    std::unique_ptr<SourceMenuBar> menus_;
+    std::unique_ptr<SourceHighlighter> sourcecolours_, listingcolours_;
     bool unloaded_ = false;
     bool undoable_ = false;  // the running command edits the source text in place
 };

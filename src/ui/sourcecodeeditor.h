@@ -1,19 +1,19 @@
 #pragma once
-// A plain text editor with a line-number margin and marked lines, used for the Assembler
-// window's source editor and its read-only listing viewer.
+// A plain text editor with a line-number margin and marked lines: the source editor of the
+// BASIC Compiler and Assembler windows, and the Assembler's read-only listing viewer.
 
 #include <QPlainTextEdit>
 #include <vector>
 
-#include "shell/asmeditorsettings.h"
+#include "shell/sourcewindowsettings.h"
 
 namespace velmora {
 
-class AsmCodeEditor : public QPlainTextEdit {
+class SourceCodeEditor : public QPlainTextEdit {
 public:
-    explicit AsmCodeEditor(QWidget* parent = nullptr);
+    explicit SourceCodeEditor(QWidget* parent = nullptr);
 
-    void applysettings(const AsmEditorSettings& settings);
+    void applysettings(const EditorSettings& settings);
     // Lines from 1, drawn in the error colour.
     void setmarks(const std::vector<int>& lines);
     const std::vector<int>& marks() const { return marks_; }

@@ -1,9 +1,9 @@
-#include "ui/asmcodeeditor.h"
+#include "ui/sourcecodeeditor.h"
 
 #include <QPainter>
 #include <QTextBlock>
 
-#include "ui/asmhighlighter.h"
+#include "ui/sourcehighlighter.h"
 
 namespace velmora {
 
@@ -11,21 +11,21 @@ namespace {
 
 class LineNumbers : public QWidget {
 public:
-    explicit LineNumbers(AsmCodeEditor* editor) : QWidget(editor), editor_(editor) {}
+    explicit LineNumbers(SourceCodeEditor* editor) : QWidget(editor), editor_(editor) {}
     QSize sizeHint() const override { return {editor_->margin(), 0}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override { editor_->paintmargin(event); }
 
 private:
-    AsmCodeEditor* editor_;
+    SourceCodeEditor* editor_;
 };
 
 int bytesof(const QString& text) { return static_cast<int>(text.toUtf8().size()); }
 
 }  // namespace
 
-AsmCodeEditor::AsmCodeEditor(QWidget* parent) : QPlainTextEdit(parent), numbers_(new LineNumbers(this)) {
+SourceCodeEditor::SourceCodeEditor(QWidget* parent) : QPlainTextEdit(parent), numbers_(new LineNumbers(this)) {
     setLineWrapMode(QPlainTextEdit::NoWrap);
     connect(this, &QPlainTextEdit::blockCountChanged, this, [this] { updatemargin(); });
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
@@ -37,7 +37,7 @@ AsmCodeEditor::AsmCodeEditor(QWidget* parent) : QPlainTextEdit(parent), numbers_
     updatemargin();
 }
 
-void AsmCodeEditor::applysettings(const AsmEditorSettings& s) {
+void SourceCodeEditor::applysettings(const EditorSettings& s) {
     QFont font(QString::fromStdString(s.fontname), std::max(s.fontsize, 1));
     font.setStyleHint(QFont::Monospace);
     setFont(font);
@@ -54,25 +54,25 @@ void AsmCodeEditor::applysettings(const AsmEditorSettings& s) {
     drawmarks();
 }
 
-int AsmCodeEditor::margin() const {
+int SourceCodeEditor::margin() const {
     if (!linenumbers_) return 0;
     const int digits = QString::number(std::max(1, blockCount())).size();
     return 8 + fontMetrics().horizontalAdvance(QLatin1Char('9')) * std::max(digits, 3);
 }
 
-void AsmCodeEditor::updatemargin() {
+void SourceCodeEditor::updatemargin() {
     setViewportMargins(margin(), 0, 0, 0);
     numbers_->setVisible(linenumbers_);
     const QRect inside = contentsRect();
     numbers_->setGeometry(inside.left(), inside.top(), margin(), inside.height());
 }
 
-void AsmCodeEditor::resizeEvent(QResizeEvent* event) {
+void SourceCodeEditor::resizeEvent(QResizeEvent* event) {
     QPlainTextEdit::resizeEvent(event);
     updatemargin();
 }
 
-void AsmCodeEditor::paintmargin(QPaintEvent* event) {
+void SourceCodeEditor::paintmargin(QPaintEvent* event) {
     QPainter painter(numbers_);
     painter.fillRect(event->rect(), numberback_);
     QTextBlock block = firstVisibleBlock();
@@ -89,13 +89,13 @@ void AsmCodeEditor::paintmargin(QPaintEvent* event) {
     }
 }
 
-void AsmCodeEditor::setmarks(const std::vector<int>& lines) {
+void SourceCodeEditor::setmarks(const std::vector<int>& lines) {
     if (lines == marks_) return;
     marks_ = lines;
     drawmarks();
 }
 
-void AsmCodeEditor::drawmarks() {
+void SourceCodeEditor::drawmarks() {
     QList<QTextEdit::ExtraSelection> selections;
     QColor back = error_;
     back.setAlpha(70);
@@ -111,18 +111,18 @@ void AsmCodeEditor::drawmarks() {
     setExtraSelections(selections);
 }
 
-size_t AsmCodeEditor::caretoffset() const {
+size_t SourceCodeEditor::caretoffset() const {
     const QTextCursor cursor = textCursor();
     return static_cast<size_t>(bytesof(toPlainText().left(cursor.selectionStart())));
 }
 
-size_t AsmCodeEditor::selectionbytes() const {
+size_t SourceCodeEditor::selectionbytes() const {
     const QTextCursor cursor = textCursor();
     const int start = cursor.selectionStart();
     return static_cast<size_t>(bytesof(toPlainText().mid(start, cursor.selectionEnd() - start)));
 }
 
-void AsmCodeEditor::setcaret(size_t offset, size_t selection) {
+void SourceCodeEditor::setcaret(size_t offset, size_t selection) {
     const QByteArray text = toPlainText().toUtf8();
     const qsizetype start = std::min<qsizetype>(static_cast<qsizetype>(offset), text.size());
     const qsizetype end = std::min<qsizetype>(start + static_cast<qsizetype>(selection), text.size());
