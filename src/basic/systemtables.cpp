@@ -9,7 +9,9 @@ namespace {
 
 std::string hexaddress(int address) { return "0x" + hexdigits(static_cast<uint32_t>(address), 2); }
 
-std::string table(const char* header, int dashes) { return std::string(header) + "\n" + std::string(dashes, '-') + "\n"; }
+std::string table(const char* header, int dashes) {
+    return std::string(header) + "\n" + std::string(dashes, '-') + "\n";
+}
 
 // The address of a register of the model by name, or "" for a name it does not have.
 std::string registeraddress(const BasicModel& model, const std::string& name) {
@@ -27,7 +29,8 @@ std::string systemvariablestable(const BasicModel& model) {
     std::string text = table("Name\tType\tAddress", 24);
     for (const SymbolEntry& entry : ctx.symbols) {
         if (entry.type == kTypeBit)
-            text += entry.name + "\tBit\t" + hexaddress(entry.address / 100) + "," + std::to_string(entry.address % 100);
+            text += entry.name + "\tBit\t" + hexaddress(entry.address / 100) + "," +
+                    std::to_string(entry.address % 100);
         else
             text += entry.name + "\tByte\t" + hexaddress(entry.address);
         text += "\n";

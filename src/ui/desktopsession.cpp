@@ -10,11 +10,13 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
       messenger_(settings, display_),
       input_(input ? *input : qtinput_),
       asminput_(input ? *input : asmqtinput_),
+      basicinput_(input ? *input : basicqtinput_),
       model_(ShellServices{settings, messenger_, input_, clock_}, datadirectory),
       pins_(makecorepins(model_.machine())),
       window_(std::make_unique<MainWindow>(model_)) {
     registerviews();
     registerassembler();
+    registerbasiccompiler();
     model_.optioncommands().analogdisplaychanged = [this] {
         if (view_) view_->refreshpic(true);
     };
@@ -23,6 +25,7 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
 DesktopSession::~DesktopSession() {
     if (view_) delete view_.data();
     if (assembler_) delete assembler_.data();
+    if (basic_) delete basic_.data();
 }
 
 MicrocontrollerViewWindow* DesktopSession::microcontrollerview() const { return view_.data(); }
@@ -68,6 +71,26 @@ void DesktopSession::registerassembler() {
         if (assembler_) assembler_->unload();
     };
     model_.registry().registerwindow(windows::kAssembler, actions);
+}
+
+void DesktopSession::registerbasiccompiler() {
+    WindowActions actions;
+    actions.open = [this] {
+        if (basic_) {
+            basic_->raise();
+            basic_->activateWindow();
+            return;
+        }
+        basic_ = new BasicCompilerWindowView(model_, basicinput_, clock_);
+        QObject::connect(window_.get(), &MainWindow::identityshown, basic_.data(),
+                         [view = basic_.data()] { view->drawheader(); });
+        window_->addtoolwindow(basic_);
+        basic_->show();
+    };
+    actions.unload = [this] {
+        if (basic_) basic_->unload();
+    };
+    model_.registry().registerwindow(windows::kBasicCompiler, actions);
 }
 
 bool DesktopSession::start() { return runstartup(model_, *window_); }

@@ -10,6 +10,7 @@
 #include "shell/mainwindowmodel.h"
 #include "shell/messagepolicy.h"
 #include "ui/assemblerwindow.h"
+#include "ui/basiccompilerwindow.h"
 #include "ui/mainwindow.h"
 #include "ui/microcontrollerviewwindow.h"
 #include "ui/qtclock.h"
@@ -31,6 +32,8 @@ public:
     MicrocontrollerViewWindow* microcontrollerview() const;
     // The open Assembler window, or null.
     AssemblerWindowView* assembler() const { return assembler_.data(); }
+    // The open BASIC Compiler window, or null.
+    BasicCompilerWindowView* basiccompiler() const { return basic_.data(); }
 
     // Start-up in its order; false when the program must end.
     bool start();
@@ -40,6 +43,7 @@ public:
 private:
     void registerviews();
     void registerassembler();
+    void registerbasiccompiler();
 
     SettingsAccess& settings_;
     QtMessageDisplay display_;
@@ -48,12 +52,15 @@ private:
     UserInput& input_;
     QtAsmFileInput asmqtinput_;
     UserInput& asminput_;  // the same dialogs, for assembler sources
+    QtBasicFileInput basicqtinput_;
+    UserInput& basicinput_;  // the same dialogs, for BASIC sources
     QtClock clock_;
     MainWindowModel model_;
     std::unique_ptr<PinAccess> pins_;
     std::unique_ptr<MainWindow> window_;
     QPointer<MicrocontrollerViewWindow> view_;
     QPointer<AssemblerWindowView> assembler_;
+    QPointer<BasicCompilerWindowView> basic_;
 };
 
 }  // namespace velmora

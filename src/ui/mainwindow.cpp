@@ -261,6 +261,7 @@ void MainWindow::showidentity() {
     sramscroll_->setRange(0, sramscrollmax(m));
     sramscroll_->setPageStep(kSramRows);
     registerscroll_->setPageStep(kRegisterRows);
+    emit identityshown();
 }
 
 void MainWindow::scheduleflush() {

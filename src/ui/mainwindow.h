@@ -52,6 +52,8 @@ public:
 signals:
     // The fields were drawn again: open views follow a reset the same way.
     void flushed();
+    // The title, model, clock or program fields were drawn again.
+    void identityshown();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,5 +1,6 @@
 // Writes pictures of the main window, of every Microcontroller View drawing and of the
-// Assembler window, for a person to look at: velmora/tests/ui/screenshots OUTPUT-FOLDER.
+// Assembler and BASIC Compiler windows, for a person to look at:
+// velmora/tests/ui/screenshots OUTPUT-FOLDER.
 
 #include <QApplication>
 #include <QDir>
@@ -101,6 +102,29 @@ int main(int argc, char* argv[]) {
         "        rjmp LOOP\n");
     assembler->runcommand("menuassemble");
     ok = save(assembler, folder, "assembler") && ok;
+
+    // The BASIC Compiler window with coloured keywords, strings, comments and an ASM row under
+    // its header, and the Viewer with the model's system variables.
+    session.window().runcommand("menubasic");
+    BasicCompilerWindowView* basic = session.basiccompiler();
+    if (!basic) return 1;
+    basic->sourceeditor()->setPlainText(
+        "' Count key presses on PORTD.2 and show them\n"
+        "Dim presses As Word\n"
+        "Dim flags As Byte\n"
+        "Symbol key = PIND.2\n"
+        "Const limit = 1000\n"
+        "\n"
+        "loop:\n"
+        "   If key = 0 Then presses = presses + 1\n"
+        "   Lcdout \"Presses: \", #presses  ' on the LCD\n"
+        "   ASM: NOP\n"
+        "   WaitMs 20\n"
+        "Goto loop\n");
+    ok = save(basic, folder, "basiccompiler") && ok;
+    basic->runcommand("menuvariables");
+    if (!basic->viewer()) return 1;
+    ok = save(basic->viewer(), folder, "viewer") && ok;
     std::filesystem::remove_all(asmfolder);
     return ok ? 0 : 1;
 }

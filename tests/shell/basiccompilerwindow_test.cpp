@@ -1,0 +1,279 @@
+// The BASIC Compiler window: its command flow from the editor to the simulator, the report
+// texts, the caret on an error, the header, its options and the files it keeps.
+
+#include "shell/basiccompilerwindow.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/basiccompilersyntax.h"
+#include "shellfixture.h"
+#include "support/tempfolder.h"
+
+namespace velmora::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Six words on an ATmega32 (RAMEND 0x85F), worked out from the instruction set: CLR R15 =
+// 24FF, LDI R16,$5F = E50F, OUT SPL,R16 = BF0D, LDI R16,$08 = E008, OUT SPH,R16 = BF0E and
+// the closing jump to itself CFFF. A declaration makes no code.
+const char kGoodSource[] = "' nothing but a variable\nDim level As Byte\n";
+const uint8_t kGoodBytes[] = {0xFF, 0x24, 0x0F, 0xE5, 0x0D, 0xBF, 0x08, 0xE0, 0x0E, 0xBF, 0xFF, 0xCF};
+// Line 3 names a variable that starts with a digit.
+const char kBadSource[] = "' first\nDim a As Byte\nDim 1abc As Byte\nDim b As Byte\n";
+
+struct BasicFixture : ::testing::Test {
+    Shell shell;
+    TempFolder folder;
+    BasicCompilerWindow window{shell.model, shell.input, shell.clock};
+    std::vector<ViewerText> viewed;
+
+    void SetUp() override {
+        shell.select("ATmega32");
+        // The clock as start-up reads it from the settings.
+        shell.input.answers = {std::string("4")};
+        shell.model.command("menuclock");
+        window.showviewer = [this](const ViewerText& text) { viewed.push_back(text); };
+        window.onload();
+    }
+    std::string path(const std::string& name) const { return (folder / name).string(); }
+    // A titled source in the temporary folder with this text in the editor.
+    void titled(const std::string& text, const std::string& name = "prog.bas") {
+        window.source.text = text;
+        shell.input.savepath = path(name);
+        window.command("menusaveas");
+        shell.messenger.messages.clear();
+    }
+    std::string setting(const std::string& name) { return shell.settings.getsetting(name, "?"); }
+    std::string report(const std::string& base) const {
+        return "The compilation process was successful.\nThe size of the generated code is 12 program bytes.\n"
+               "Total 32768 program bytes available.\nOutput saved as " +
+               path(base) + ".asm";
+    }
+};
+
+TEST_F(BasicFixture, AnEmptyEditorIsRefusedBeforeAnyDialog) {
+    for (const char* tool : {"menucompile", "menucompileassemble", "menucompileassembleload"}) {
+        window.source.text = " \n\t\n";
+        shell.input.savepath = path("x.bas");
+        window.command(tool);
+        EXPECT_EQ(shell.lastmessage(), "The editor is empty.") << tool;
+        EXPECT_TRUE(window.untitled()) << tool;
+    }
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+}
+
+TEST_F(BasicFixture, AnUntitledSourceIsSavedFirstAndACancelStops) {
+    window.source.text = kGoodSource;
+    shell.input.savepath = "";
+    EXPECT_FALSE(window.menucompile());
+    EXPECT_TRUE(shell.messenger.messages.empty());
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+
+    shell.input.savepath = path("first.prog.txt");
+    EXPECT_TRUE(window.menucompile());
+    EXPECT_EQ(window.caption(), "BASIC Compiler - " + path("first.bas"));
+    EXPECT_EQ(readfile(folder / "first.bas"), kGoodSource);
+    EXPECT_TRUE(fs::exists(folder / "first.asm"));
+    EXPECT_EQ(shell.lastmessage(), report("first"));
+}
+
+TEST_F(BasicFixture, CompileWritesTheAssemblerFileBesideTheSourceAndReports) {
+    titled(kGoodSource);
+    writefile(folder / "prog.bas", "stale text on disk\n");
+    EXPECT_TRUE(window.menucompile());
+    EXPECT_EQ(readfile(folder / "prog.bas"), kGoodSource) << "the editor's text is what is compiled";
+    const std::string generated = readfile(folder / "prog.asm");
+    EXPECT_NE(generated.find("; 2: Dim level As Byte\r\n"), std::string::npos) << generated;
+    EXPECT_NE(generated.find("; Clock frequency: 4.0 MHz\r\n"), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder / "prog.hex"));
+    EXPECT_EQ(shell.messenger.messages, std::vector<std::string>{report("prog")});
+    EXPECT_TRUE(window.menusenabled() && window.source.enabled);
+}
+
+TEST_F(BasicFixture, AnErrorTakesTheCaretToItsLineAndWritesNothing) {
+    titled(kBadSource);
+    writefile(folder / "prog.asm", "from an earlier compile\n");
+    window.source.caret = 0;
+    EXPECT_FALSE(window.menucompileassemble());
+    EXPECT_EQ(shell.lastmessage(), "Error in line 3: Incorrect variable name.");
+    EXPECT_EQ(shell.messenger.messages.size(), 1u);
+    EXPECT_EQ(window.source.caretline(), 3);
+    EXPECT_TRUE(window.sourcefocus);
+    EXPECT_EQ(readfile(folder / "prog.asm"), "from an earlier compile\n");
+    EXPECT_FALSE(fs::exists(folder / "prog.hex"));
+    EXPECT_EQ(window.lastbuild().compile.errorline, 3);
+}
+
+TEST_F(BasicFixture, CompileAndAssembleWritesTheListingAndTheHexFile) {
+    titled(kGoodSource);
+    writefile(folder / "prog.hex", "old");
+    EXPECT_TRUE(window.menucompileassemble());
+    EXPECT_EQ(shell.lastmessage(), report("prog") + "\nListing file: " + path("prog.lst") +
+                                       "\nGenerated HEX file: " + path("prog.hex"));
+    EXPECT_EQ(readfile(folder / "prog.hex"),
+              ":020000040000FA\r\n:0C000000FF240FE50DBF08E00EBFFFCF8E\r\n:00000001FF\r\n");
+    EXPECT_NE(readfile(folder / "prog.lst").find("Number of errors = 0"), std::string::npos);
+}
+
+TEST_F(BasicFixture, CompileAssembleAndLoadPutsTheProgramIntoTheSimulator) {
+    shell.loadhello();
+    titled(kGoodSource);
+    EXPECT_TRUE(window.menucompileassembleload());
+    const Machine& m = shell.m();
+    for (size_t i = 0; i < sizeof kGoodBytes; ++i) EXPECT_EQ(m.progmem[i], kGoodBytes[i]) << i;
+    EXPECT_EQ(m.programbytes, 12);
+    EXPECT_EQ(shell.model.qprogram(), path("prog.hex"));
+    // One box: the report with the load's byte count behind it.
+    EXPECT_EQ(shell.messenger.messages,
+              std::vector<std::string>{report("prog") + "\nListing file: " + path("prog.lst") +
+                                       "\nGenerated HEX file: " + path("prog.hex") +
+                                       "\nTotal 12 (0.01K) program bytes loaded."});
+}
+
+TEST_F(BasicFixture, AFailedCompileLoadsNothing) {
+    shell.loadhello();
+    titled(kBadSource);
+    EXPECT_FALSE(window.menucompileassembleload());
+    EXPECT_EQ(shell.model.qprogram(), hellohex());
+}
+
+TEST_F(BasicFixture, TheHeaderFollowsTheMainWindowsClock) {
+    const std::pair<const char*, const char*> clocks[] = {
+        {"8", "8.0 MHz"}, {".5", "0.5 MHz"}, {"3.6864", "3.6864 MHz"}, {"20", "20.0 MHz"}};
+    EXPECT_EQ(window.header(), " Microcontroller: ATmega32;  Clock Frequency: 4.0 MHz");
+    for (const auto& [typed, shown] : clocks) {
+        shell.input.answers = {std::string(typed)};
+        shell.model.command("menuclock");
+        EXPECT_EQ(window.header(), std::string(" Microcontroller: ATmega32;  Clock Frequency: ") + shown) << typed;
+    }
+}
+
+TEST_F(BasicFixture, AClockOfNoWholeMegahertzWarnsAndTheCompileGoesOn) {
+    shell.input.answers = {std::string("3.6864")};
+    shell.model.command("menuclock");
+    titled(kGoodSource);
+    EXPECT_TRUE(window.menucompile());
+    ASSERT_EQ(shell.messenger.messages.size(), 2u);
+    EXPECT_EQ(shell.messenger.messages[0].substr(0, 62),
+              "You use a non-integer value for the Clock Frequency parameter.");
+    EXPECT_EQ(shell.messenger.messages[1], report("prog"));
+    EXPECT_NE(readfile(folder / "prog.asm").find("; Clock frequency: 3.6864 MHz"), std::string::npos);
+}
+
+TEST_F(BasicFixture, SelectingAModelIsRefusedInTheOrderOfTheOpenWindows) {
+    struct Row {
+        std::vector<int> open;
+        const char* refusal;
+    };
+    const Row rows[] = {
+        {{windows::kBasicCompiler}, "Please close BASIC Compiler window first."},
+        {{windows::kBasicCompiler, windows::kAssembler}, "Please close BASIC Compiler window first."},
+        {{windows::kBreakpointsManager, windows::kBasicCompiler}, "Please close Breakpoints Manager window first."},
+        {{windows::kAssembler}, "Please close Assembler window first."},
+    };
+    WindowRegistry& registry = shell.model.registry();
+    for (const Row& row : rows) {
+        for (int window : row.open) registry.setopen(window, true);
+        shell.model.command("menuselect");
+        EXPECT_EQ(shell.lastmessage(), row.refusal) << row.refusal;
+        for (int window : row.open) registry.setopen(window, false);
+    }
+}
+
+TEST_F(BasicFixture, TheCompatibleListingOptionIsKeptAndUsed) {
+    EXPECT_FALSE(window.compatiblelisting());
+    window.command("menucompatible");
+    EXPECT_EQ(setting("MPASMWIN Listing"), "ON");
+    titled(kGoodSource);
+    window.menucompile();
+    const std::string generated = readfile(folder / "prog.asm");
+    EXPECT_EQ(generated.find(".END"), std::string::npos);
+    EXPECT_NE(generated.find("LDI R16,0x5F"), std::string::npos) << "low RAMEND of the ATmega32";
+    window.command("menucompatible");
+    EXPECT_EQ(setting("MPASMWIN Listing"), "OFF");
+
+    EXPECT_FALSE(window.arbitrarybitnames());
+    window.command("menuarbitrary");
+    EXPECT_EQ(setting("Allow Arbitrary Use of Official Bit Names"), "1");
+    EXPECT_TRUE(window.arbitrarybitnames());
+}
+
+TEST_F(BasicFixture, TheShowCommandsOpenTheViewerWithTheModelsTables) {
+    const std::pair<const char*, const char*> shows[] = {{"menuvariables", "System Variables"},
+                                                         {"menubitnames", "System Bit Names"},
+                                                         {"menuinterrupts", "System Interrupt Names"}};
+    for (const auto& [control, caption] : shows) window.command(control);
+    ASSERT_EQ(viewed.size(), 3u);
+    for (size_t i = 0; i < viewed.size(); ++i) {
+        EXPECT_EQ(viewed[i].caption, shows[i].second);
+        EXPECT_EQ(viewed[i].text.substr(0, 5), "Name\t") << viewed[i].caption;
+    }
+    EXPECT_NE(viewed[0].text.find("\nPORTB\tByte\t0x38\n"), std::string::npos);
+}
+
+TEST_F(BasicFixture, FilesAreBasicSourcesAndAnyNameOpens) {
+    window.source.text = "' x\n";
+    shell.input.savepath = path("my.prog.txt");
+    window.command("menusaveas");
+    EXPECT_EQ(readfile(folder / "my.bas"), "' x\n");
+    EXPECT_EQ(shell.lastmessage(), "File " + path("my.bas") + " saved.");
+    EXPECT_EQ(setting("Auto Start Bas File"), path("my.bas"));
+
+    writefile(folder / "listing.lst", "' not refused\r\n");
+    shell.input.openpath = path("listing.lst");
+    window.command("menuopen");
+    EXPECT_EQ(window.caption(), "BASIC Compiler - " + path("listing.lst"));
+    EXPECT_EQ(window.source.text, "' not refused\n");
+    EXPECT_EQ(setting("Auto Start Bas File"), path("listing.lst"));
+
+    window.command("menunew");
+    EXPECT_EQ(window.caption(), "BASIC Compiler - UNTITLED");
+    EXPECT_EQ(setting("Auto Start Bas File"), "");
+    window.source.text = "' x\n";
+    window.command("menuprint");
+    EXPECT_EQ(shell.lastmessage(), "Please save the file first.");
+}
+
+TEST_F(BasicFixture, OpeningLoadsTheLastSourceAndThePlaceIsKept) {
+    writefile(folder / "last.bas", "' last\n");
+    shell.settings.putsetting("Auto Start Bas File", path("last.bas"));
+    BasicCompilerWindow second(shell.model, shell.input, shell.clock);
+    second.onload();
+    EXPECT_EQ(second.filename(), path("last.bas"));
+    EXPECT_EQ(second.editorsettings().tabsize, 3) << "the BASIC editor's group";
+    EXPECT_EQ(second.editorsettings().string.red, 150);
+
+    shell.settings.putsetting("Save Positions", "ON");
+    second.onunload({100, 50}, {600, 400});
+    EXPECT_EQ(setting("Window16 Left"), "1500");
+    EXPECT_EQ(setting("Window16 Height"), "6000");
+    ASSERT_TRUE(second.geometry().size);
+    EXPECT_EQ(second.geometry().size->x, 600);
+}
+
+TEST(BasicSyntax, KeywordsStringsCommentsAndAssemblerRows) {
+    const SourceKeywords keywords = keywordset({"Dim", "As", "Byte", "Lcdout", "PORTB", "ASM"});
+    struct Row {
+        const char* line;
+        std::vector<std::string> pieces;  // kind:text
+    };
+    const Row rows[] = {
+        {"dim x as BYTE ' count", {"0:dim", "0:as", "0:BYTE", "2:' count"}},
+        {"Lcdout \"it's Dim\", x 'done", {"0:Lcdout", "3:\"it's Dim\"", "2:'done"}},
+        {"PORTB.3 = 1", {"0:PORTB"}},
+        {"  ASM: LDI R16,1 ' raw", {"0:ASM:", "4: LDI R16,1 ", "2:' raw"}},
+        {"ASM:label", {"0:ASM"}},
+        {"x = \"open string", {"3:\"open string"}},
+    };
+    for (const Row& row : rows) {
+        const std::string line = row.line;
+        std::vector<std::string> pieces;
+        for (const SourceSpan& span : basicsyntaxspans(line, keywords))
+            pieces.push_back(std::to_string(static_cast<int>(span.kind)) + ":" + line.substr(span.start, span.length));
+        EXPECT_EQ(pieces, row.pieces) << row.line;
+    }
+}
+
+}  // namespace
+}  // namespace velmora::test
