@@ -20,12 +20,6 @@ int showregister(Shell& shell, const std::string& name) {
     return 0;
 }
 
-int address(Shell& shell, const std::string& name) {
-    for (const NamedRegister& r : shell.m().namedregisters)
-        if (r.name == name) return r.address;
-    return -1;
-}
-
 class PausedEditingTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -58,15 +52,15 @@ TEST_F(PausedEditingTest, RegisterValueIsPromptedAndMasked) {
     shell.model.clickregistername(row);
     ASSERT_EQ(shell.input.prompts.size(), 1u);
     EXPECT_EQ(shell.input.prompts[0], "Enter new value [00-FF] for special function register\n$05B   GICR.");
-    EXPECT_EQ(shell.m().datamem[address(shell, "GICR")], 0xE3);
+    EXPECT_EQ(shell.m().datamem[registeraddress(shell.m(), "GICR")], 0xE3);
     shell.input.answers = {"zz"};
     shell.model.clickregistername(row);
-    EXPECT_EQ(shell.m().datamem[address(shell, "GICR")], 0xE3) << "an invalid answer changes nothing";
+    EXPECT_EQ(shell.m().datamem[registeraddress(shell.m(), "GICR")], 0xE3) << "an invalid answer changes nothing";
 }
 
 TEST_F(PausedEditingTest, BitLampFlipsOnlyBitsTheRegisterHas) {
     const int row = showregister(shell, "GICR");
-    const int a = address(shell, "GICR");
+    const int a = registeraddress(shell.m(), "GICR");
     shell.model.clickbitlamp(row, 7);
     EXPECT_EQ(shell.m().datamem[a], 0x80);
     shell.model.clickbitlamp(row, 3);  // masked

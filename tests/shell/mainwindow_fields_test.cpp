@@ -61,7 +61,6 @@ TEST(MainWindowFields, RegisterRowsWithLampsAndMaskedBits) {
                                           Lamp::Masked, Lamp::Masked, Lamp::Zero, Lamp::One};
     EXPECT_EQ(rows[0].lamps, expected) << "bit 7 first, as the heading reads";
     EXPECT_TRUE(rows[0].editable);
-    EXPECT_EQ(std::string(captions::kBitHeading), "7  6  5  4  3  2  1  0");
 }
 
 TEST(MainWindowFields, RowsBeyondTheRegisterTableAreEmpty) {

@@ -22,10 +22,13 @@ struct RecordingDisplay : MessageDisplay {
     }
 };
 
-TEST(MessagePolicy, ConfirmationWindowByDefaultForMessageDurationSeconds) {
+struct MessagePolicyTest : ::testing::Test {
     MemorySettings settings;
     RecordingDisplay display;
-    MessagePolicy policy(settings, display);
+    MessagePolicy policy{settings, display};
+};
+
+TEST_F(MessagePolicyTest, ConfirmationWindowByDefaultForMessageDurationSeconds) {
     policy.show("Operation completed.\nTotal 42 (0.04K) program bytes loaded.", MessageKind::Information);
     ASSERT_EQ(display.confirmations.size(), 1u);
     EXPECT_TRUE(display.modal.empty());
@@ -37,21 +40,15 @@ TEST(MessagePolicy, ConfirmationWindowByDefaultForMessageDurationSeconds) {
     EXPECT_EQ(display.durations[1], 9);
 }
 
-TEST(MessagePolicy, ShowConfirmationBoxesGivesAModalBoxTitledWithTheProgramName) {
-    MemorySettings settings;
+TEST_F(MessagePolicyTest, ShowConfirmationBoxesGivesAModalBoxTitledWithTheProgramName) {
     settings.putsetting("Show Confirmations", "ON");
-    RecordingDisplay display;
-    MessagePolicy policy(settings, display);
     policy.show("Program memory saved.", MessageKind::Information);
     ASSERT_EQ(display.modal.size(), 1u);
     EXPECT_EQ(display.titles[0], "Velmora");
     EXPECT_TRUE(display.confirmations.empty());
 }
 
-TEST(MessagePolicy, FileErrorsAndStackFaultsAreAlwaysModal) {
-    MemorySettings settings;
-    RecordingDisplay display;
-    MessagePolicy policy(settings, display);
+TEST_F(MessagePolicyTest, FileErrorsAndStackFaultsAreAlwaysModal) {
     policy.show("Stack Pointer out of SRAM space!", MessageKind::Critical);
     EXPECT_EQ(display.modal.size(), 1u);
     EXPECT_TRUE(display.confirmations.empty());

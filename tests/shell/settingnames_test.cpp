@@ -39,70 +39,28 @@ TEST(SettingNames, PatternsFillTheirPlaceholder) {
     EXPECT_EQ(settingname(kStepperCoilBit, "D"), "Stepper Coil D Bit");
 }
 
+// Defaults that the table computes: window places, families filled from patterns, colours
+// as red + 256 green + 65536 blue, ports by code (PORTB is 6, PORTC 7). Plain constants are
+// left to the table itself.
 TEST(SettingNames, DefaultsOfEveryGroup) {
-    const struct {
-        std::string name;
-        const char* value;
-    } cases[] = {
-        {kSavePositions, "ON"},
-        {kClockFrequency, "4"},
-        {kEepromWriteTime, "3400"},
-        {kAdConversionTime, "25"},
-        {kUartTime, "1000"},
-        {kUltimateTimer, "500"},
-        {kUnprogrammedBitValue, "1"},
-        {kSaveAlwaysOnTop, "1"},
-        {kColorTheme, "Original Lite"},
-        {"External Module 5", "OFF"},
-        {"Simulation Duration -2", "0"},
-        {"Alternative SFR List2", ""},
-        {"Window1 Left", "3000"},
-        {"Window1 Top", "2000"},
-        {"Window53 Left", "4000"},
-        {"Window13 Top", "3000"},
-        {"Window17 Position", "70"},
-        {"On Top 46", "0"},
-        {"Auto Start Watch", "0"},
-        {"Auto Start Remember", "1"},
-        {"Auto Start Asm File", ""},
-        {"Printer Font Size", "9"},
-        {"Hold PC In Focus", "1"},
-        // Editor colours: red + 256 green + 65536 blue.
-        {"C Background Color", "16777215"},
-        {"C Keyword Color", "9830400"},
-        {"A Comment Color", "4210688"},
-        {"C Comment Color", "38400"},
-        {"A Line Numbers Background Color", "14483455"},
-        {"C Line Numbers Text Color", "25680"},
-        {"A Tab Size", "8"},
-        {"C Undo Levels Number", "20"},
-        {"C Procedure Separator Width", "50"},
-        // Ports are stored by code: PORTB is 6, PORTC 7.
-        {"LCD Data Lines Port", "6"},
-        {"LCD R/W Line Port", "0"},
-        {"GLCD R/W Line Port", "7"},
-        {"GLCD R/W Line Bit", "4"},
-        {"LED7 Bit", "7"},
-        {"RED3 Bit", "7"},
-        {"KOL2 Bit", "2"},
-        {"Stepper Coil C Bit", "2"},
-        {"I2C EEPROM Type", "24C256"},
-        {"Software UART TX Line Pin", "1"},
-        {"Oscilloscope Input Color", "16744703"},
-        {"Oscilloscope Channel 4 Pull-up", "0"},
-        {"Signal Generator 3 Duty Cycle", "0"},
-        {"7-Segment 4h Pin", "7"},
-        {"7-Segment 1a Port", "6"},
-        {"7-Segment 2 Port", "0"},
-        {"7-Segment LED Color", "16761024"},
-        {"Watch Confirm Delete", "ON"},
-        {"Remove MOSIx", "0"},
+    const std::pair<const char*, const char*> cases[] = {
+        {"External Module 5", "OFF"},      {"Simulation Duration -2", "0"},    {"Alternative SFR List2", ""},
+        {"Window1 Left", "3000"},          {"Window1 Top", "2000"},            {"Window53 Left", "4000"},
+        {"Window13 Top", "3000"},          {"Window17 Position", "70"},        {"On Top 46", "0"},
+        {"C Background Color", "16777215"}, {"C Keyword Color", "9830400"},    {"A Comment Color", "4210688"},
+        {"C Comment Color", "38400"},      {"A Line Numbers Background Color", "14483455"},
+        {"C Line Numbers Text Color", "25680"}, {"A Tab Size", "8"},           {"C Undo Levels Number", "20"},
+        {"LCD Data Lines Port", "6"},      {"LCD R/W Line Port", "0"},         {"GLCD R/W Line Port", "7"},
+        {"GLCD R/W Line Bit", "4"},        {"LED7 Bit", "7"},                  {"RED3 Bit", "7"},
+        {"KOL2 Bit", "2"},                 {"Stepper Coil C Bit", "2"},        {"Oscilloscope Input Color", "16744703"},
+        {"Oscilloscope Channel 4 Pull-up", "0"}, {"Signal Generator 3 Duty Cycle", "0"}, {"7-Segment 4h Pin", "7"},
+        {"7-Segment 1a Port", "6"},        {"7-Segment 2 Port", "0"},          {"7-Segment LED Color", "16761024"},
     };
-    for (const auto& c : cases) {
-        const SettingInfo* info = findsetting(c.name);
-        ASSERT_NE(info, nullptr) << c.name;
-        ASSERT_TRUE(info->defaultvalue.has_value()) << c.name;
-        EXPECT_EQ(*info->defaultvalue, c.value) << c.name;
+    for (const auto& [name, value] : cases) {
+        const SettingInfo* info = findsetting(name);
+        ASSERT_NE(info, nullptr) << name;
+        ASSERT_TRUE(info->defaultvalue.has_value()) << name;
+        EXPECT_EQ(*info->defaultvalue, value) << name;
     }
 }
 
