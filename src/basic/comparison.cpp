@@ -31,7 +31,8 @@ bool bittest(CompileContext& ctx, const Test& test, const Operand& a, const Oper
         emitcode(ctx, "INC R17");
         skipifbitclear(ctx, b.address, "R16");
         emitcode(ctx, "DEC R17");
-        emitcode(ctx, test.op == "=" ? "SBRS R17,0" : "SBRC R17,0");
+        // Bit 0 of R17 is set when the two differ: "=" holds when it is clear.
+        emitcode(ctx, test.op == "=" ? "SBRC R17,0" : "SBRS R17,0");
         return true;
     }
     const Operand& bit = a.type == kTypeBit ? a : b;

@@ -39,8 +39,8 @@ TEST(BasicControlFlow, ComparisonsSkipTheJumpWhenTheyHold) {
         {"f = 1", "SBRS R25,0"},
         {"f <> 1", "SBRC R25,0"},
         {"0 = f", "SBRC R25,0"},
-        {"f = g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRS R17,0"},
-        {"f <> g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRC R17,0"},
+        {"f = g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRC R17,0"},
+        {"f <> g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRS R17,0"},
     };
     for (const auto& [test, expected] : cases) EXPECT_EQ(testcode(d, test), expected) << test;
 }
