@@ -179,6 +179,8 @@ BasicCompileResult basiccompile(const std::string& source, const BasicModel& mod
         ok = basicsweep(ctx, source, spelling);
     }
     result.warnings.insert(result.warnings.end(), ctx.warnings.begin(), ctx.warnings.end());
+    // The Define acts from its row on, also when a later row fails.
+    if (ctx.clockdefined) result.definedclock = ctx.clockmhz;
     if (!ok) {
         result.error = compileerror(ctx);
         result.errorline = ctx.currentline > ctx.sourcelinecount() ? 0 : ctx.currentline;
@@ -189,7 +191,6 @@ BasicCompileResult basiccompile(const std::string& source, const BasicModel& mod
     result.ok = true;
     result.asmtext = joinlines(ctx.outputlines);
     result.outputwords = ctx.outputwords;
-    if (ctx.clockdefined) result.definedclock = ctx.clockmhz;
     result.memoryusage = ctx.memoryusage;
     countinstructions(result.asmtext, result);
     if (options.compatiblelisting) result.asmtext = compatiblelisting(result.asmtext, model.datasize);

@@ -99,7 +99,7 @@ std::optional<std::filesystem::path> copyintofolder(const std::string& source, c
 }  // namespace
 
 std::optional<std::filesystem::path> assembletohex(const std::string& source, const std::filesystem::path& folder,
-                                                   const Machine& m, std::ostream& err) {
+                                                   Machine& m, std::ostream& err) {
     const std::optional<std::filesystem::path> copy = copyintofolder(source, folder, err);
     if (!copy) return std::nullopt;
     std::ostringstream rows;
@@ -116,7 +116,7 @@ std::optional<std::filesystem::path> assembletohex(const std::string& source, co
 }
 
 std::optional<std::filesystem::path> compiletohex(const std::string& source, const std::filesystem::path& folder,
-                                                  const Machine& m, std::ostream& err) {
+                                                  Machine& m, std::ostream& err) {
     const std::optional<std::filesystem::path> copy = copyintofolder(source, folder, err);
     if (!copy) return std::nullopt;
     BasicFileRequest request;
@@ -127,6 +127,7 @@ std::optional<std::filesystem::path> compiletohex(const std::string& source, con
     request.assemble = true;
     std::ostringstream report;
     const BasicBuildResult result = basiccompilefile(request, report, err);
+    if (result.compile.definedclock > 0) m.clockfrequency = static_cast<float>(result.compile.definedclock);
     if (!result.ok()) {
         if (result.asmerrors > 0) err << report.str();
         printbasicerrors(source, result, report.str(), err);

@@ -15,8 +15,9 @@ namespace velmora {
 
 // Translates `source` for the machine's model (and clock) into an Intel HEX file inside
 // `folder` and returns its path; nothing after saying on `err` why not (errors naming `source`).
+// A source that sets the clock (BASIC's CLOCK_FREQUENCY) sets the machine's.
 using HexBuilder = std::optional<std::filesystem::path> (*)(const std::string& source,
-                                                            const std::filesystem::path& folder, const Machine& m,
+                                                            const std::filesystem::path& folder, Machine& m,
                                                             std::ostream& err);
 
 struct SourceKind {
@@ -26,12 +27,12 @@ struct SourceKind {
 
 // Assembler source, assembled as `velmora-cli asm` does; the error rows and report go to `err`.
 std::optional<std::filesystem::path> assembletohex(const std::string& source, const std::filesystem::path& folder,
-                                                   const Machine& m, std::ostream& err);
+                                                   Machine& m, std::ostream& err);
 
 // BASIC source, compiled and assembled as `velmora-cli basic --assemble` does, for the clock
 // the run uses; the compile error and any assembly errors go to `err`.
 std::optional<std::filesystem::path> compiletohex(const std::string& source, const std::filesystem::path& folder,
-                                                  const Machine& m, std::ostream& err);
+                                                  Machine& m, std::ostream& err);
 
 // The sources `run` translates before it runs them: one row per kind.
 inline constexpr SourceKind kSourceKinds[] = {

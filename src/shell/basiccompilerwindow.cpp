@@ -110,6 +110,9 @@ bool BasicCompilerWindow::build(bool assemble) {
     menusenabled_ = source.enabled = false;
     lastbuild_ = basicbuild(request);
     menusenabled_ = source.enabled = true;
+    // CLOCK_FREQUENCY sets the simulator's clock, also when a later row failed.
+    if (lastbuild_.compile.definedclock > 0)
+        main_.optioncommands().setclock(std::to_string(static_cast<int>(lastbuild_.compile.definedclock)));
 
     for (const std::string& warning : lastbuild_.compile.warnings) show(warning, MessageKind::Exclamation);
     if (!lastbuild_.failure.empty()) {

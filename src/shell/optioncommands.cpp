@@ -92,6 +92,10 @@ void OptionCommands::menuclock() {
     if (!answer) return;
     const std::string text = trimmed(*answer);
     if (!validclocktext(text)) return;
+    setclock(text);
+}
+
+void OptionCommands::setclock(const std::string& text) {
     options_.clockfrequency = text;
     settings_.putsetting(kClockFrequency, text);
     applyoptions(sim_.machine(), options_);

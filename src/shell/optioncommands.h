@@ -31,6 +31,9 @@ public:
     // Flips an on-off option by its menu control; false for a control that is no switch.
     bool toggle(const std::string& control);
     void menuclock();
+    // Sets the clock as the main window's field shows it (a valid clock text), e.g. from a
+    // compiled program's CLOCK_FREQUENCY.
+    void setclock(const std::string& text);
     // A number asked for and kept only when inside its range; `control` is a change command.
     void change(const std::string& control);
     void menuunprogrammed();

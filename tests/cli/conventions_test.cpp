@@ -34,6 +34,7 @@ void writefiles(const TempFolder& folder) {
     writefile(folder / "ok.asm", " LDI R16,1\n SLEEP\n");
     writefile(folder / "ok.bas", "Hseropen\r\nHserout \"hi\"\r\nASM: SLEEP\r\n");
     writefile(folder / "bad.bas", "Dim a As Byte\r\na = 300\r\n");
+    writefile(folder / "clock.bas", "Define CLOCK_FREQUENCY = 8\r\nASM: SLEEP\r\n");
 }
 
 // The text with every "@/" made the folder's path.
@@ -117,6 +118,8 @@ TEST(CliConventions, EveryCommandLineGivesItsCodeAndStreams) {
         {{"basic", "@/absent.bas"}, kExitInputError, "", "absent.bas' can not be opened."},
         {{"run", "--model", "ATmega328P", "@/ok.bas"}, kExitSleep, "hi", "Total number"},
         {{"run", "@/bad.bas"}, kExitInputError, "", "@/bad.bas:2: error: Argument '300'"},
+        // The program's clock wins over the option's, as it does over the main window's field.
+        {{"run", "--clock", "4", "@/clock.bas"}, kExitSleep, "", " at 8 MHz."},
         // Exit codes by the reason a run ended.
         {{"run", "@/ok.words"}, kExitSleep, "", "Total number of executed instructions is 1."},
         {{"run", "--infinite-loop-stop", "@/loop.words"}, kExitInfiniteLoop, "", "Total number"},

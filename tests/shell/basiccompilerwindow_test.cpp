@@ -149,6 +149,22 @@ TEST_F(BasicFixture, TheHeaderFollowsTheMainWindowsClock) {
     }
 }
 
+TEST_F(BasicFixture, ClockFrequencyDefineSetsTheSimulatorsClockAlsoWhenALaterRowFails) {
+    const struct {
+        const char* source;
+        bool ok;
+    } rows[] = {{"Define CLOCK_FREQUENCY = 8\n", true}, {"Define CLOCK_FREQUENCY = 8\nDim 1abc As Byte\n", false}};
+    for (const auto& row : rows) {
+        shell.input.answers = {std::string("4")};
+        shell.model.command("menuclock");
+        titled(row.source);
+        EXPECT_EQ(window.menucompile(), row.ok) << row.source;
+        EXPECT_EQ(shell.model.machine().clockfrequency, 8.0f) << row.source;
+        EXPECT_EQ(setting("Clock Frequency"), "8") << row.source;
+        EXPECT_EQ(window.header(), " Microcontroller: ATmega32;  Clock Frequency: 8.0 MHz") << row.source;
+    }
+}
+
 TEST_F(BasicFixture, AClockOfNoWholeMegahertzWarnsAndTheCompileGoesOn) {
     shell.input.answers = {std::string("3.6864")};
     shell.model.command("menuclock");
