@@ -1,7 +1,7 @@
-// The desktop program at the Ultimate rate with only its main window open, offscreen: runs a
-// HEX file to its end and prints the simulated cycles per host second, to set beside
-// velmora-cli on the same firmware.
-// Usage: velmora-bench-desktop FILE.hex [MODEL] [CLOCK_MHZ]
+// The desktop program at the Ultimate rate with only its main window open (or with the LCD
+// Module too), offscreen: runs a HEX file to its end and prints the simulated cycles per host
+// second, to set beside velmora-cli on the same firmware.
+// Usage: velmora-bench-desktop FILE.hex [MODEL] [CLOCK_MHZ] [lcd]
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -18,7 +18,7 @@
 
 int main(int argc, char* argv[]) {
     if (argc < 2) {
-        std::fprintf(stderr, "usage: velmora-bench-desktop FILE.hex [MODEL] [CLOCK_MHZ]\n");
+        std::fprintf(stderr, "usage: velmora-bench-desktop FILE.hex [MODEL] [CLOCK_MHZ] [lcd]\n");
         return 2;
     }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -27,6 +27,7 @@ int main(int argc, char* argv[]) {
     const std::string hex = argv[1];
     const std::string modelname = argc > 2 ? argv[2] : "ATmega328P";
     const std::string clock = argc > 3 ? argv[3] : "16";
+    const bool lcd = argc > 4 && std::string(argv[4]) == "lcd";
 
     // A settings file of its own: the chosen model and clock, the Ultimate rate.
     QTemporaryDir folder;
@@ -46,12 +47,13 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "model %s not loaded\n", modelname.c_str());
         return 1;
     }
+    if (lcd) session.model().command("menulcd");
     // Start runs the loop until the program stops; the window keeps being served meanwhile.
     const auto t0 = std::chrono::steady_clock::now();
     session.model().command("menustart");
     while (m.simulationrunning) QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-    std::printf("desktop  %s  %.3f s  %llu cycles  %.1f simulated MHz\n", m.modelname.c_str(), seconds,
+    std::printf("desktop%s  %s  %.3f s  %llu cycles  %.1f simulated MHz\n", lcd ? "+lcd" : "", m.modelname.c_str(), seconds,
                 static_cast<unsigned long long>(m.totalcycles), m.totalcycles / seconds / 1e6);
     return 0;
 }

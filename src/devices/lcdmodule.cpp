@@ -165,7 +165,6 @@ void LcdModule::bus(Machine& m, bool everystep) {
             } else if (!state.initphase) {
                 error = true;
                 if (log.on()) log.line(m.totalcycles, "dropped: busy");
-                if (changed) changed();
             }
         } else {
             releasebus(m);

@@ -26,7 +26,7 @@ public:
     // The trace file "lcdlog.txt" (F12): path, and whether lines are written to it.
     std::string tracepath;
     bool tracing = false;
-    // Called after every executed byte and every reset, for the view to repaint.
+    // Called after every executed byte and every reset: each is one repaint of the panel.
     std::function<void()> changed;
 
     void reset(Machine& m) override;

@@ -16,15 +16,6 @@ void paintglyph(Canvas& canvas, int r, int c, const LcdGlyph& glyph, const LcdCo
         }
 }
 
-void steppphase(LcdController& c) {
-    switch (c.cursormode) {
-    case 0: c.cursorphase = 0; break;
-    case 1: c.cursorphase = c.cursorphase == 2 ? 0 : 2; break;
-    case 2: c.cursorphase = 1; break;
-    default: c.cursorphase = c.cursorphase == 2 ? 1 : 2; break;
-    }
-}
-
 // Codes the ROM leaves blank read as blanks; a user character only when its pattern is.
 char lcdtextchar(const LcdCell& cell) {
     const int code = cell.code;
@@ -39,6 +30,15 @@ char lcdtextchar(const LcdCell& cell) {
 }
 
 }  // namespace
+
+void lcdstepphase(LcdController& c) {
+    switch (c.cursormode) {
+    case 0: c.cursorphase = 0; break;
+    case 1: c.cursorphase = c.cursorphase == 2 ? 0 : 2; break;
+    case 2: c.cursorphase = 1; break;
+    default: c.cursorphase = c.cursorphase == 2 ? 1 : 2; break;
+    }
+}
 
 int lcdpanelwidth(int chars) { return kCellPitchX * chars + 11; }
 int lcdpanelheight(int lines) { return kCellPitchY * lines + 9; }
@@ -74,9 +74,8 @@ std::optional<LcdPlace> lcdcursorplace(int lines, int chars, int shift, int addr
     return std::nullopt;
 }
 
-void lcdcursortick(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
-                   Canvas& canvas) {
-    steppphase(c);
+void lcdpaintcursor(const LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                    Canvas& canvas) {
     if (c.cursormode == 0) return;
     const auto place = lcdcursorplace(lines, chars, c.shift, c.address);
     if (!place) return;
@@ -86,14 +85,26 @@ void lcdcursortick(LcdController& c, int lines, int chars, const LcdColors& colo
     paintglyph(canvas, place->row, place->column, glyph, colours);
 }
 
-void lcdrepaint(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
-                Canvas& canvas) {
+void lcdcursortick(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                   Canvas& canvas) {
+    lcdstepphase(c);
+    lcdpaintcursor(c, lines, chars, colours, rom, canvas);
+}
+
+void lcdpaintcells(const LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                   Canvas& canvas) {
     if (canvas.width != lcdpanelwidth(chars) || canvas.height != lcdpanelheight(lines))
         canvas.resize(lcdpanelwidth(chars), lcdpanelheight(lines), colours.background);
     for (int r = 1; r <= lines; ++r)
         for (int col = 1; col <= chars; ++col)
             paintglyph(canvas, r, col, c.cells[lcdvisiblecell(lines, chars, c.shift, r, col)].glyph, colours);
-    lcdcursortick(c, lines, chars, colours, rom, canvas);
+    lcdpaintcursor(c, lines, chars, colours, rom, canvas);
+}
+
+void lcdrepaint(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                Canvas& canvas) {
+    lcdstepphase(c);
+    lcdpaintcells(c, lines, chars, colours, rom, canvas);
 }
 
 std::vector<std::string> lcdtextrows(const LcdController& c, int lines, int chars) {

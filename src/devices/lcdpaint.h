@@ -28,9 +28,17 @@ struct LcdPlace {
 // Where the cursor at `address` shows, if it is visible.
 std::optional<LcdPlace> lcdcursorplace(int lines, int chars, int shift, int address);
 
+// Paints every cell, dots lit and dark, then the cursor in its present phase.
+void lcdpaintcells(const LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                   Canvas& canvas);
+// Paints the cell under the counter as plain, underlined or block by the cursor phase.
+void lcdpaintcursor(const LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
+                    Canvas& canvas);
 // Paints every cell, dots lit and dark, then runs the cursor routine (which steps the blink).
 void lcdrepaint(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,
                 Canvas& canvas);
+// The blink step alone: the cursor phase that the cursor mode gives next.
+void lcdstepphase(LcdController& c);
 // The cursor routine of the blink timer: steps the cursor phase by the cursor mode, then
 // paints the cell under the counter as plain, underlined or block.
 void lcdcursortick(LcdController& c, int lines, int chars, const LcdColors& colours, const LcdCharRom* rom,

@@ -9,6 +9,7 @@ namespace velmora {
 
 MainWindowModel::MainWindowModel(ShellServices services, std::string datadirectory)
     : services_(services),
+      datadirectory_(datadirectory),
       sim_(services.messenger, services.clock, services.settings, datadirectory),
       programs_(sim_.machine(), services.messenger, services.settings, programhost(), datadirectory),
       optioncommands_(sim_, options_, services.settings, services.messenger, services.input, registry_),

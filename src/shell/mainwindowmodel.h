@@ -51,6 +51,8 @@ public:
     PausedEditing& editing() { return editing_; }
     ModelSelection& modelselection() { return modelselection_; }
     SettingsAccess& settings() { return services_.settings; }
+    // Product data: model files, the LCD character ROM.
+    const std::string& datadirectory() const { return datadirectory_; }
     Messenger& messenger() { return services_.messenger; }
     UserInput& input() { return services_.input; }
 
@@ -112,6 +114,7 @@ private:
     }
 
     ShellServices services_;
+    std::string datadirectory_;
     Simulation sim_;
     WindowRegistry registry_;
     ShellOptions options_;

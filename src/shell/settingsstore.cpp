@@ -88,6 +88,15 @@ fs::path usersettingspath() {
     return path;
 }
 
+fs::path userdatafolder(const EnvironmentLookup& environment) {
+    if (const char* data = environment("XDG_DATA_HOME"); nonempty(data) && fs::path(data).is_absolute())
+        return fs::path(data) / "velmora";
+    if (const char* home = environment("HOME"); nonempty(home)) return fs::path(home) / ".local" / "share" / "velmora";
+    return {};
+}
+
+fs::path userdatafolder() { return userdatafolder([](const char* name) { return std::getenv(name); }); }
+
 SettingsStore::SettingsStore() : path_(usersettingspath()) {}
 
 SettingsStore::SettingsStore(fs::path file) : path_(std::move(file)) {}

@@ -22,6 +22,11 @@ std::filesystem::path usersettingspath(const EnvironmentLookup& environment);
 // The same from this process's environment, falling back on the account's home directory.
 std::filesystem::path usersettingspath();
 
+// Where the program writes files of its own at run time ("lcdlog.txt"): $XDG_DATA_HOME/velmora,
+// else $HOME/.local/share/velmora. Empty when neither is known.
+std::filesystem::path userdatafolder(const EnvironmentLookup& environment);
+std::filesystem::path userdatafolder();
+
 class SettingsStore : public SettingsAccess {
 public:
     SettingsStore();  // the per-user file

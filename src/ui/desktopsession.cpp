@@ -2,21 +2,27 @@
 
 #include "models/corepins.h"
 #include "shell/settingnames.h"
+#include "shell/settingsstore.h"
+
+#include <filesystem>
 
 namespace velmora {
 
-DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input)
+DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input,
+                               WiringDialogs* wiring)
     : settings_(settings),
       messenger_(settings, display_),
       input_(input ? *input : qtinput_),
       asminput_(input ? *input : asmqtinput_),
       basicinput_(input ? *input : basicqtinput_),
+      wiring_(input_),
       model_(ShellServices{settings, messenger_, input_, clock_}, datadirectory),
       pins_(makecorepins(model_.machine())),
       window_(std::make_unique<MainWindow>(model_)) {
     registerviews();
     registerassembler();
     registerbasiccompiler();
+    registerlcd(wiring ? *wiring : wiring_);
     model_.optioncommands().analogdisplaychanged = [this] {
         if (view_) view_->refreshpic(true);
     };
@@ -26,6 +32,14 @@ DesktopSession::~DesktopSession() {
     if (view_) delete view_.data();
     if (assembler_) delete assembler_.data();
     if (basic_) delete basic_.data();
+    if (lcd_) delete lcd_.data();
+}
+
+bool DesktopSession::raise(QWidget* window) {
+    if (!window) return false;
+    window->raise();
+    window->activateWindow();
+    return true;
 }
 
 MicrocontrollerViewWindow* DesktopSession::microcontrollerview() const { return view_.data(); }
@@ -58,11 +72,7 @@ void DesktopSession::registerviews() {
 void DesktopSession::registerassembler() {
     WindowActions actions;
     actions.open = [this] {
-        if (assembler_) {
-            assembler_->raise();
-            assembler_->activateWindow();
-            return;
-        }
+        if (raise(assembler_)) return;
         assembler_ = new AssemblerWindowView(model_, asminput_, clock_);
         window_->addtoolwindow(assembler_);
         assembler_->show();
@@ -76,11 +86,7 @@ void DesktopSession::registerassembler() {
 void DesktopSession::registerbasiccompiler() {
     WindowActions actions;
     actions.open = [this] {
-        if (basic_) {
-            basic_->raise();
-            basic_->activateWindow();
-            return;
-        }
+        if (raise(basic_)) return;
         basic_ = new BasicCompilerWindowView(model_, basicinput_, clock_);
         QObject::connect(window_.get(), &MainWindow::identityshown, basic_.data(),
                          [view = basic_.data()] { view->drawheader(); });
@@ -91,6 +97,27 @@ void DesktopSession::registerbasiccompiler() {
         if (basic_) basic_->unload();
     };
     model_.registry().registerwindow(windows::kBasicCompiler, actions);
+}
+
+void DesktopSession::registerlcd(WiringDialogs& dialogs) {
+    WindowActions actions;
+    actions.open = [this, &dialogs] {
+        if (lcd_ && !lcd_->unloaded() && raise(lcd_)) return;
+        const std::filesystem::path folder = userdatafolder();
+        const std::string trace = folder.empty() ? "" : (folder / "lcdlog.txt").string();
+        if (!folder.empty()) {
+            std::error_code ignored;
+            std::filesystem::create_directories(folder, ignored);
+        }
+        lcd_ = new LcdWindowView(model_, dialogs, trace);
+        QObject::connect(window_.get(), &MainWindow::flushed, lcd_.data(), [view = lcd_.data()] { view->refreshview(); });
+        window_->addtoolwindow(lcd_);
+        lcd_->show();
+    };
+    actions.unload = [this] {
+        if (lcd_) lcd_->unload();
+    };
+    model_.registry().registerwindow(windows::kLcd, actions);
 }
 
 bool DesktopSession::start() { return runstartup(model_, *window_); }

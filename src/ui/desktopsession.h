@@ -11,18 +11,22 @@
 #include "shell/messagepolicy.h"
 #include "ui/assemblerwindow.h"
 #include "ui/basiccompilerwindow.h"
+#include "ui/lcdwindow.h"
 #include "ui/mainwindow.h"
 #include "ui/microcontrollerviewwindow.h"
 #include "ui/qtclock.h"
 #include "ui/qtmessagedisplay.h"
 #include "ui/qtuserinput.h"
+#include "ui/wiringdialogs.h"
 
 namespace velmora {
 
 class DesktopSession {
 public:
-    // `input` answers prompts and file dialogs; null means the desktop's own dialogs.
-    DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input = nullptr);
+    // `input` answers prompts and file dialogs, `wiring` the device windows' dialogs; null
+    // means the desktop's own dialogs.
+    DesktopSession(SettingsAccess& settings, const std::string& datadirectory, UserInput* input = nullptr,
+                   WiringDialogs* wiring = nullptr);
     ~DesktopSession();
 
     MainWindowModel& model() { return model_; }
@@ -34,6 +38,8 @@ public:
     AssemblerWindowView* assembler() const { return assembler_.data(); }
     // The open BASIC Compiler window, or null.
     BasicCompilerWindowView* basiccompiler() const { return basic_.data(); }
+    // The open LCD Module window, or null.
+    LcdWindowView* lcd() const { return lcd_.data(); }
 
     // Start-up in its order; false when the program must end.
     bool start();
@@ -44,6 +50,9 @@ private:
     void registerviews();
     void registerassembler();
     void registerbasiccompiler();
+    void registerlcd(WiringDialogs& dialogs);
+    // Brings a tool window forward when it is open; false when it is not.
+    static bool raise(QWidget* window);
 
     SettingsAccess& settings_;
     QtMessageDisplay display_;
@@ -54,6 +63,7 @@ private:
     UserInput& asminput_;  // the same dialogs, for assembler sources
     QtBasicFileInput basicqtinput_;
     UserInput& basicinput_;  // the same dialogs, for BASIC sources
+    QtWiringDialogs wiring_;
     QtClock clock_;
     MainWindowModel model_;
     std::unique_ptr<PinAccess> pins_;
@@ -61,6 +71,7 @@ private:
     QPointer<MicrocontrollerViewWindow> view_;
     QPointer<AssemblerWindowView> assembler_;
     QPointer<BasicCompilerWindowView> basic_;
+    QPointer<LcdWindowView> lcd_;
 };
 
 }  // namespace velmora

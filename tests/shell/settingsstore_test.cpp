@@ -221,6 +221,24 @@ TEST(SettingsPath, EnvironmentOrder) {
     }
 }
 
+TEST(SettingsPath, UserDataFolder) {
+    const struct {
+        std::map<std::string, std::string> environment;
+        std::string path;
+    } cases[] = {
+        {{{"XDG_DATA_HOME", "/d"}, {"HOME", "/h"}}, "/d/velmora"},
+        {{{"XDG_DATA_HOME", "relative"}, {"HOME", "/h"}}, "/h/.local/share/velmora"},
+        {{{"XDG_DATA_HOME", ""}}, ""},
+    };
+    for (const auto& c : cases) {
+        auto lookup = [&](const char* name) -> const char* {
+            auto it = c.environment.find(name);
+            return it == c.environment.end() ? nullptr : it->second.c_str();
+        };
+        EXPECT_EQ(userdatafolder(lookup), fs::path(c.path)) << c.path;
+    }
+}
+
 TEST(SettingsPath, TheDefaultStoreFollowsVelmoraSettings) {
     TempFolder folder;
     const char* before = std::getenv("VELMORA_SETTINGS");

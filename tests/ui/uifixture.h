@@ -10,6 +10,7 @@
 
 #include "shell/settingsstore.h"
 #include "support/scriptedinput.h"
+#include "support/scriptedwiring.h"
 #include "ui/desktopsession.h"
 
 namespace velmora::test {
@@ -26,7 +27,8 @@ inline std::filesystem::path freshsettings(const std::string& name) {
 }
 
 struct UiSession {
-    explicit UiSession(const std::string& name) : settings(freshsettings(name)), session(settings, productdata(), &input) {}
+    explicit UiSession(const std::string& name)
+        : settings(freshsettings(name)), session(settings, productdata(), &input, &wiring) {}
     MainWindowModel& model() { return session.model(); }
     MainWindow& window() { return session.window(); }
     Machine& m() { return session.model().machine(); }
@@ -40,6 +42,7 @@ struct UiSession {
 
     SettingsStore settings;
     ScriptedInput input;
+    ScriptedWiring wiring;
     DesktopSession session;
 };
 

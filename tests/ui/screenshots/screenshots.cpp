@@ -1,5 +1,5 @@
-// Writes pictures of the main window, of every Microcontroller View drawing and of the
-// Assembler and BASIC Compiler windows, for a person to look at:
+// Writes pictures of the main window, of every Microcontroller View drawing, of the
+// Assembler and BASIC Compiler windows and of the LCD Module, for a person to look at:
 // velmora/tests/ui/screenshots OUTPUT-FOLDER.
 
 #include <QApplication>
@@ -126,5 +126,30 @@ int main(int argc, char* argv[]) {
     if (!basic->viewer()) return 1;
     ok = save(basic->viewer(), folder, "viewer") && ok;
     std::filesystem::remove_all(asmfolder);
+
+    // The LCD Module after a program wrote two lines over PORTB, at the size it opens in and
+    // three times the panel; then with the setup panel open on the dark scheme.
+    settings.putsetting("LCD R/W Line Port", "6");
+    settings.putsetting("LCD R/W Line Bit", "1");
+    session.loadprogram(VELMORA_SOURCE_DATA_DIR "/../tests/devices/data/lcd4bit.hex");
+    session.window().runcommand("menulcd");
+    LcdWindowView* lcd = session.lcd();
+    if (!lcd) return 1;
+    session.window().runcommand("menuspeed6");
+    session.window().runcommand("menustart");
+    session.window().flush();
+    ok = save(lcd, folder, "lcd") && ok;
+    lcd->resize(lcd->width() + lcd->panel()->width() / 2, lcd->height() + lcd->panel()->height() / 2);
+    ok = save(lcd, folder, "lcd-large") && ok;
+    lcd->unload();
+    QApplication::processEvents();
+    settings.putsetting("LCD Color Scheme", "1");
+    session.window().runcommand("menulcd");
+    lcd = session.lcd();
+    if (!lcd) return 1;
+    session.window().runcommand("menustart");
+    session.window().flush();
+    lcd->setupbutton()->click();
+    ok = save(lcd, folder, "lcd-setup") && ok;
     return ok ? 0 : 1;
 }

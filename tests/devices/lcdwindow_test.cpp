@@ -1,0 +1,262 @@
+// The LCD Module window without a display: the setup labels and the dialogs behind them,
+// settings kept, the import from a BASIC program, the error indicator, the blink and the
+// trace, with the module driven through the pins of a running chip.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "devices/lcdwindow.h"
+#include "lcdfixture.h"
+#include "support/scriptedwiring.h"
+#include "support/tempfolder.h"
+
+namespace velmora::test {
+namespace {
+
+// A window over the chip of an LcdBench, whose own module steps aside.
+struct WindowBench {
+    LcdBench bench;
+    ScriptedWiring dialogs;
+    LcdWindow window{bench.chip.m, bench.chip.settings, bench.chip.messenger, dialogs};
+
+    explicit WindowBench(const std::string& program = "", const std::string& trace = "") {
+        bench.lcd.detach();
+        window.open({program, trace, VELMORA_SOURCE_DATA_DIR});
+    }
+    // Power on with the window's module on the pins, then the usual 4-bit start.
+    void start() {
+        clean(bench.chip.m);
+        bench.chip.m.simulationrunning = true;
+        bench.port(0, 0xFE);
+        bench.init4bit();
+    }
+    std::vector<std::string> rows() {
+        const LcdModule& lcd = window.module();
+        return lcdtextrows(lcd.state, lcd.config.lines, lcd.config.chars);
+    }
+    // Some dots of the cell at (r, c): lit or dark by the colour scheme.
+    uint32_t dot(int r, int c, int dotrow, int dotcol) const {
+        return window.canvas().at(18 * c - 13 + 3 * dotcol, 29 * r - 24 + 3 * dotrow);
+    }
+};
+
+std::vector<std::string> labels(const LcdWindow& window) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < kLcdSetupItems; ++i) texts.push_back(window.setuplabel(static_cast<LcdSetupItem>(i)));
+    return texts;
+}
+
+TEST(LcdWindow, SetupLabelsAndTheirDialogs) {
+    const struct {
+        const char* name;
+        LcdSetupItem item;
+        std::vector<PinWire> pins;
+        std::vector<int> options;
+        const char* asked;  // caption or headings of the dialog
+        const char* label;  // the label afterwards
+        const char* setting;
+        const char* value;
+    } rows[] = {
+        {"type", LcdSetupItem::Type, {}, {4}, "Please select LCD module type:|", "LCD Type: 4x20", "LCD Characters",
+         "20"},
+        {"type cancelled", LcdSetupItem::Type, {}, {-1}, "Please select LCD module type:|", "LCD Type: 2x16",
+         "LCD Lines", "2"},
+        {"data port only", LcdSetupItem::DataLines, {{kPortD, 5}}, {}, "Select Port", "Data Lines ---> PORTD",
+         "LCD Data Lines Port", "8"},
+        {"interface", LcdSetupItem::Interface, {}, {2}, "Please select the type|of the interface with LCD module:",
+         "Interface: 4-bit, Low", "LCD Data Lines Interface", "0"},
+        {"interface 8", LcdSetupItem::Interface, {}, {0}, "Please select the type|of the interface with LCD module:",
+         "Interface: 8-bit", "LCD Data Lines Interface", "8"},
+        {"rs", LcdSetupItem::Rs, {{kPortC, 6}}, {}, "Select Pin", "RS Line ---> PORTC, 6", "LCD RS Line Bit", "6"},
+        {"e cancelled", LcdSetupItem::E, {{0, 0}}, {}, "Select Pin", "E Line ---> PORTB, 2", "LCD E Line Port", "6"},
+        {"r/w connected", LcdSetupItem::Rw, {{kPortA, 1}}, {}, "Select Pin", "R/W Line ---> PORTA, 1",
+         "LCD R/W Line Port", "5"},
+        {"colours", LcdSetupItem::Colors, {}, {3}, "Please select|LCD module color scheme:",
+         "Change LCD Module Color Scheme", "LCD Color Scheme", "3"},
+    };
+    for (const auto& row : rows) {
+        WindowBench w;
+        w.dialogs.pins.assign(row.pins.begin(), row.pins.end());
+        w.dialogs.options.assign(row.options.begin(), row.options.end());
+        w.window.clicksetupitem(row.item);
+        ASSERT_EQ(w.dialogs.asked.size(), 1u) << row.name;
+        EXPECT_EQ(w.dialogs.asked[0], row.asked) << row.name;
+        EXPECT_EQ(w.window.setuplabel(row.item), row.label) << row.name;
+        EXPECT_EQ(w.bench.chip.settings.getsetting(row.setting, "?"), row.value) << row.name;
+    }
+}
+
+TEST(LcdWindow, DefaultLabelsAndTheSetupButton) {
+    WindowBench w;
+    EXPECT_EQ(labels(w.window),
+              (std::vector<std::string>{"LCD Type: 2x16", "Data Lines ---> PORTB", "Interface: 4-bit, High",
+                                        "RS Line ---> PORTB, 3", "E Line ---> PORTB, 2", "R/W Line ---> Not Used",
+                                        "Change LCD Module Color Scheme", "Setup LCD Module Busy Delays"}));
+    EXPECT_EQ(w.window.setupcaption(), "Setup");
+    w.window.clicksetup();
+    EXPECT_TRUE(w.window.setupopen());
+    EXPECT_EQ(w.window.setupcaption(), "Apply!");
+    // A connected R/W line is disconnected at once, without a dialog.
+    w.dialogs.pins = {{kPortB, 1}};
+    w.window.clicksetupitem(LcdSetupItem::Rw);
+    w.window.clicksetupitem(LcdSetupItem::Rw);
+    EXPECT_EQ(w.dialogs.asked.size(), 1u);
+    EXPECT_EQ(w.window.setuplabel(LcdSetupItem::Rw), "R/W Line ---> Not Used");
+}
+
+TEST(LcdWindow, BusyDelaysChangeOnlyWhenAllThreeAreGood) {
+    const struct {
+        const char* name;
+        std::vector<std::optional<std::string>> answers;
+        int init, cmd, data;
+        size_t prompts;
+        const char* message;
+    } rows[] = {
+        {"all good", {"20", "5000", "100"}, 20, 5000, 100, 3, nullptr},
+        {"third too small", {"100", "100", "19"}, 1640, 42, 46, 3, "Wrong entry!"},
+        {"first not a number", {"1e3"}, 1640, 42, 46, 1, "Wrong entry!"},
+        {"second above the range", {"100", "5001"}, 1640, 42, 46, 2, "Wrong entry!"},
+        {"cancelled", {"100", std::nullopt}, 1640, 42, 46, 2, nullptr},
+    };
+    for (const auto& row : rows) {
+        WindowBench w;
+        w.dialogs.answers.assign(row.answers.begin(), row.answers.end());
+        w.window.clicksetupitem(LcdSetupItem::Delays);
+        const LcdConfig& c = w.window.config();
+        EXPECT_EQ(c.busyinit, row.init) << row.name;
+        EXPECT_EQ(c.busycmd, row.cmd) << row.name;
+        EXPECT_EQ(c.busydata, row.data) << row.name;
+        EXPECT_EQ(w.bench.chip.settings.getsetting("LCD Busy Delay Cmd", "?"), std::to_string(row.cmd)) << row.name;
+        EXPECT_EQ(w.dialogs.asked.size(), row.prompts) << row.name;
+        EXPECT_EQ(w.bench.chip.messenger.messages,
+                  row.message ? std::vector<std::string>{row.message} : std::vector<std::string>{})
+            << row.name;
+    }
+    WindowBench w;
+    w.window.clicksetupitem(LcdSetupItem::Delays);
+    EXPECT_EQ(w.dialogs.asked[0], "Please enter new initialization busy delay\n(defaule value: 1640 \xC2\xB5s)|1640");
+}
+
+TEST(LcdWindow, OpeningOffersTheBasicProgramsWiring) {
+    TempFolder folder;
+    const std::string program = (folder / "clock.hex").string();
+    std::ofstream(program) << ":00000001FF\n";
+    std::ofstream((folder / "clock.bas").string()) << "Define LCD_DREG = PORTC\nDefine LCD_BITS = 8\n"
+                                               "Define LCD_LINES = 4 ' four rows\nDefine LCD_CHARS = 20\n";
+    for (const bool yes : {true, false}) {
+        LcdBench bench;
+        ScriptedWiring dialogs;
+        dialogs.yes = yes;
+        LcdWindow window(bench.chip.m, bench.chip.settings, bench.chip.messenger, dialogs);
+        window.open({program, "", VELMORA_SOURCE_DATA_DIR});
+        EXPECT_EQ(dialogs.asked,
+                  std::vector<std::string>{"Do you want to get LCD module parameters from the loaded basic program?"});
+        EXPECT_EQ(window.setuplabel(LcdSetupItem::Type), yes ? "LCD Type: 4x20" : "LCD Type: 2x16");
+        EXPECT_EQ(window.setuplabel(LcdSetupItem::DataLines), yes ? "Data Lines ---> PORTC" : "Data Lines ---> PORTB");
+        EXPECT_EQ(bench.chip.settings.getsetting("LCD Data Lines Interface", "?"), yes ? "8" : "4");
+        EXPECT_EQ(window.canvas().width, yes ? 18 * 20 + 11 : 18 * 16 + 11);
+        EXPECT_EQ(window.canvas().height, yes ? 29 * 4 + 9 : 29 * 2 + 9);
+    }
+    // No program, or none beside it: no question.
+    WindowBench w((folder / "other.hex").string());
+    EXPECT_TRUE(w.dialogs.asked.empty());
+}
+
+TEST(LcdWindow, TextDotsAndTheTypeChange) {
+    WindowBench w;
+    w.start();
+    w.bench.text("Hi");
+    EXPECT_EQ(w.rows(), (std::vector<std::string>{"Hi              ", "                "}));
+    EXPECT_TRUE(w.window.paint());
+    EXPECT_FALSE(w.window.paint()) << "nothing new";
+    const LcdColors& light = kLcdColorSchemes[0];
+    // 'H': its first row is X...X; 'i': its dot in the middle of the first row, then a blank row.
+    EXPECT_EQ(w.dot(1, 1, 0, 0), light.lit);
+    EXPECT_EQ(w.dot(1, 1, 0, 1), light.dark);
+    EXPECT_EQ(w.dot(1, 1, 0, 4), light.lit);
+    EXPECT_EQ(w.dot(1, 2, 0, 2), light.lit);
+    EXPECT_EQ(w.dot(1, 2, 1, 2), light.dark);
+    // A new type reshapes the panel and clears the display.
+    w.dialogs.options = {6};
+    w.window.clicksetupitem(LcdSetupItem::Type);
+    EXPECT_TRUE(w.window.paint());
+    EXPECT_EQ(w.window.canvas().width, 18 * 40 + 11);
+    EXPECT_EQ(w.rows()[0], std::string(40, ' '));
+    EXPECT_EQ(w.dot(1, 1, 0, 0), light.dark);
+}
+
+TEST(LcdWindow, BlinkStepsOnTheTimerAndOnEveryRepaint) {
+    WindowBench w;
+    w.start();
+    w.bench.write(0x0D, false);  // display on, blink only
+    w.window.paint();
+    const LcdColors& light = kLcdColorSchemes[0];
+    // The blink phase after the command's own repaint is the block, at cell 0.
+    EXPECT_EQ(w.dot(1, 1, 0, 1), light.lit);
+    w.window.blinktick();
+    EXPECT_EQ(w.dot(1, 1, 0, 1), light.dark);
+    w.window.blinktick();
+    EXPECT_EQ(w.dot(1, 1, 0, 1), light.lit);
+    // Two executed bytes step the blink twice, painted once: the block stays.
+    w.bench.text("  ");
+    w.window.paint();
+    EXPECT_EQ(w.dot(1, 3, 0, 1), light.lit);
+    w.bench.text(" ");
+    w.window.paint();
+    EXPECT_EQ(w.dot(1, 4, 0, 1), light.dark);
+}
+
+TEST(LcdWindow, ErrorIndicatorExplainsAndHides) {
+    WindowBench w;
+    w.start();
+    w.bench.strobe(0x80, false);
+    w.bench.strobe(0x00, false);  // Set DDRAM 0: busy for 42 us
+    w.bench.strobe(0x40, true);   // at once: dropped
+    EXPECT_TRUE(w.window.errorshown());
+    EXPECT_TRUE(w.window.paint());
+    w.window.clickerror();
+    EXPECT_FALSE(w.window.errorshown());
+    EXPECT_EQ(w.bench.chip.messenger.messages,
+              std::vector<std::string>{"New command or data received while LCD was busy.\n"
+                                       "LCD will not behave properly and probably display some garbage data.\n"
+                                       "Appropriate delay interval in your program should be increased."});
+}
+
+TEST(LcdWindow, F12TracesUntilTheWindowIsInitialisedAgain) {
+    TempFolder folder;
+    const std::string trace = (folder / "lcdlog.txt").string();
+    WindowBench w("", trace);
+    w.start();
+    w.bench.write('A', true);
+    EXPECT_FALSE(std::filesystem::exists(trace));
+    w.window.keypress(kLcdTraceKey - 1);
+    w.bench.write('B', true);
+    EXPECT_FALSE(std::filesystem::exists(trace));
+    w.window.keypress(kLcdTraceKey);
+    w.bench.write('C', true);
+    std::ifstream file(trace);
+    std::string strobe1, strobe2, byte;
+    std::getline(file, strobe1);
+    std::getline(file, strobe2);
+    std::getline(file, byte);
+    EXPECT_NE(strobe1.find("\tBLOK=0\tBUSY=0"), std::string::npos) << strobe1;
+    EXPECT_NE(byte.find("\t43\tRS=1\tBIT=4\tBUSY=46"), std::string::npos) << byte;
+    // A reset removes the file.
+    clean(w.bench.chip.m);
+    EXPECT_FALSE(std::filesystem::exists(trace));
+}
+
+TEST(LcdWindow, ClosingSavesAndLeavesThePins) {
+    WindowBench w;
+    EXPECT_EQ(w.bench.chip.m.observers.size(), 1u);
+    w.dialogs.options = {3};
+    w.window.clicksetupitem(LcdSetupItem::Colors);
+    w.window.close();
+    EXPECT_TRUE(w.bench.chip.m.observers.empty());
+    EXPECT_EQ(loadlcdconfig(w.bench.chip.settings).colorscheme, 3);
+}
+
+}  // namespace
+}  // namespace velmora::test
