@@ -6,6 +6,7 @@
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/rundevices.h"
 #include "cli/runio.h"
 #include "cli/runoptions.h"
 #include "cli/session.h"
@@ -69,11 +70,19 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     if (options->uarttime) m.uarttime = *options->uarttime;
     const std::string mismatch = checkinputs(m, *options);
     if (!mismatch.empty()) return usageerror(runtext(), mismatch, err);
+    // Wired before Start, whose reset they see; destroyed before the machine they watch.
+    RunDevices devices;
+    if (!devices.attach(m, options->devices, !options->devicelog.empty(), error))
+        return usageerror(runtext(), error, err);
     std::string uartbytes;
     if (!uartinputbytes(options->uartin, uartbytes, err)) return kExitInputError;
     VcdTrace trace;
     if (!options->vcd.empty() && !trace.open(options->vcd, m, options->vcdpins, error)) {
         err << "velmora-cli run: " << error << "\n";
+        return kExitInputError;
+    }
+    if (!options->devicelog.empty() && !devices.openlog(options->devicelog)) {
+        err << "velmora-cli run: cannot write --device-log '" << options->devicelog << "'\n";
         return kExitInputError;
     }
 
@@ -126,8 +135,19 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
         err << "velmora-cli run: cannot write --vcd '" << options->vcd << "'\n";
         return kExitInputError;
     }
+    if (!devices.closelog()) {
+        err << "velmora-cli run: cannot write --device-log '" << options->devicelog << "'\n";
+        return kExitInputError;
+    }
+    // Devices and the dump each start on a line of their own, after what the USART sent.
+    bool linestart = io.atlinestart();
+    if (!devices.empty()) {
+        if (!linestart) out << "\n";
+        devices.print(m, out);
+        linestart = true;
+    }
     if (options->dump) {
-        if (!io.atlinestart()) out << "\n";  // the dump starts on a line of its own
+        if (!linestart) out << "\n";
         (options->dumpjson ? dumpstatejson : dumpstate)(m, out);
     }
     return exitcode(m, limitreached, breakpointhit);

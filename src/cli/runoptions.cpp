@@ -142,13 +142,18 @@ const CommandText& runtext() {
         "Runs FILE on the simulated microcontroller until it sleeps or stops. FILE is an Intel\n"
         "HEX file (.hex), an assembler source (.asm, assembled first as 'velmora-cli asm' does,\n"
         "in a temporary folder), a BASIC source (.bas, compiled and assembled for the model and\n"
-        "clock of the run as 'velmora-cli basic --assemble' does, in a temporary folder), or else\n"
-        "a text file of hexadecimal words (';' for comments).\n"
+        "clock of the run as 'velmora-cli basic --assemble' does, in a temporary folder; a\n"
+        "'Define CLOCK_FREQUENCY' in it sets the run's clock, over --clock), or else a text file\n"
+        "of hexadecimal words (';' for comments).\n"
         "Every byte the USART sends is written to stdout as it is sent, unchanged; messages go to\n"
         "stderr. When the run ends (SLEEP, a limit, a breakpoint or a fault), the transmitter\n"
         "first finishes what the program wrote to UDR: the byte shifting out and the one waiting\n"
         "behind it are written too. That takes no simulated time: the summary's cycles and the\n"
         "dump's counters are those at the stop.\n"
+        "Then, on stdout and each on a line of its own: the state of every wired device (for\n"
+        "--lcd: 'lcd:', the rows between '|' marks with '?' for a user character, one line with\n"
+        "the dots of each user character shown, and 'ERROR: ...' when a byte came while the module\n"
+        "was busy and was dropped), and last the dump.\n"
         "options:\n"
         "  --model NAME            microcontroller model ('velmora-cli models' lists them)\n"
         "  --clock MHZ             clock frequency in MHz (default 4)\n"
@@ -173,6 +178,15 @@ const CommandText& runtext() {
         "                          coarsest in which one clock cycle is a whole number of units\n"
         "  --vcd-pins LIST         the pins to trace, e.g. PORTB,PORTD.2 (default: every pin of\n"
         "                          every port of the model)\n"
+        "  --lcd SETUP             wire a character LCD module (HD44780) to the pins; SETUP is a\n"
+        "                          comma-separated list, e.g. 2x16,d=PORTB.4,rs=PORTB.3,e=PORTB.2\n"
+        "                          (the defaults): type 1x16 2x16 4x16 2x20 4x20 2x24 2x40;\n"
+        "                          D=PORTx or PORTx.4 (high nibble), PORTx.0 (low); 4BIT, 8BIT;\n"
+        "                          RS=, E=, RW=PORTx.BIT (R/W not connected unless given);\n"
+        "                          INIT=, CMD=, DATA= busy times in us, 20-5000 (1640, 42, 46);\n"
+        "                          BAS=FILE takes the wiring from a BASIC program's Define lines\n"
+        "  --device-log PATH       write one line per change of the wired devices to PATH:\n"
+        "                          CYCLE<tab>DEVICE<tab>WHAT, e.g. 52114<tab>lcd<tab>data 48\n"
         "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
         "                          and the EEPROM rows that are not erased\n"
         "  --dump-format text|json the dump as text (default) or as one line of JSON after the\n"
@@ -186,11 +200,11 @@ const CommandText& runtext() {
 }
 
 std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error) {
-    const ParsedArgs parsed =
-        parseargs(args,
-                  {"--model", "--clock", "--max-cycles", "--max-instructions", "--break", "--uart-in",
-                   "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd", "--vcd-pins", "--dump-format"},
-                  {"--dump", "--infinite-loop-stop"});
+    std::vector<std::string> valued = {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
+                                       "--uart-in", "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd",
+                                       "--vcd-pins", "--dump-format", "--device-log"};
+    for (const DeviceKind& kind : devicekinds()) valued.push_back(kind.option);
+    const ParsedArgs parsed = parseargs(args, valued, {"--dump", "--infinite-loop-stop"});
     RunOptions o;
     o.help = parsed.help;
     if (o.help) return o;
@@ -265,7 +279,31 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
             const auto input = name == "--pin" ? parsepininput(value, error) : parseanaloginput(value, error);
             if (!input) return std::nullopt;
             o.inputs.push_back(*input);
+        } else if (const DeviceKind* kind = devicekind(name)) {
+            // The desktop program has one window of each device; a second one would share its log name.
+            const auto same = [kind](const DeviceRequest& r) { return r.kind == kind; };
+            if (std::any_of(o.devices.begin(), o.devices.end(), same)) {
+                error = name + " given twice: one such device per run";
+                return std::nullopt;
+            }
+            std::string why;
+            if (!kind->check(value, why)) {
+                error = name + " " + why;
+                return std::nullopt;
+            }
+            o.devices.push_back({kind, value});
         }
+    }
+    if (const auto log = parsed.value("--device-log")) {
+        if (o.devices.empty()) {
+            error = "--device-log '" + *log + "': no device to log; wire one with " + deviceoptionnames();
+            return std::nullopt;
+        }
+        if (log->empty()) {
+            error = "--device-log needs a file name";
+            return std::nullopt;
+        }
+        o.devicelog = *log;
     }
     std::stable_sort(o.inputs.begin(), o.inputs.end(),
                      [](const ScheduledInput& a, const ScheduledInput& b) { return a.cycle < b.cycle; });

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/options.h"
+#include "cli/rundevices.h"
 #include "cli/vcdtrace.h"
 
 namespace velmora {
@@ -44,6 +45,8 @@ struct RunOptions {
     std::optional<float> uarttime;  // microseconds per byte
     std::vector<UartSource> uartin;
     std::vector<ScheduledInput> inputs;  // sorted by cycle, command-line order within a cycle
+    std::vector<DeviceRequest> devices;  // command-line order, at most one of each kind
+    std::string devicelog;               // empty: no change log
 };
 
 // Reads the arguments after "run". On failure returns nothing and sets `error`.

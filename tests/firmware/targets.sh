@@ -9,6 +9,8 @@ FULL_CHIPS="atmega32 atmega328p attiny2313"
 HOST_PROGRAMS="crc arith sort recurse eeprom printf float"
 # Programs whose expected output follows from the command-line inputs (see firmware_test.cpp).
 INPUT_PROGRAMS="adc int0 echo sum"
+# Programs that drive a character LCD on PORTB (see lcd_test.cpp).
+LCD_PROGRAMS="lcd lcdpoll"
 
 # Every shipped ATmega model with a USART gets the hello program.
 HELLO_CHIPS="atmega8 atmega16 atmega32 atmega48 atmega88 atmega168 atmega328p atmega64 atmega128 atmega162 atmega8515"
@@ -17,8 +19,8 @@ HELLO_CHIPS="atmega8 atmega16 atmega32 atmega48 atmega88 atmega168 atmega328p at
 # printf and the float library nor an ADC.
 programs_for() {
     case "$1" in
-    attiny2313) echo "crc arith sort recurse eeprom int0 echo sum" ;;
-    *) echo "$HOST_PROGRAMS $INPUT_PROGRAMS" ;;
+    attiny2313) echo "crc arith sort recurse eeprom int0 echo sum $LCD_PROGRAMS" ;;
+    *) echo "$HOST_PROGRAMS $INPUT_PROGRAMS $LCD_PROGRAMS" ;;
     esac
 }
 
