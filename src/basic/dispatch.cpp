@@ -9,12 +9,14 @@
 #include "basic/controlflow.h"
 #include "basic/assignment.h"
 #include "basic/declarations.h"
+#include "basic/delays.h"
 #include "basic/defines.h"
 #include "basic/expression.h"
 #include "basic/hardwareserial.h"
 #include "basic/interruptcontrol.h"
 #include "basic/memoryaccess.h"
 #include "basic/jumps.h"
+#include "basic/pins.h"
 #include "basic/tokens.h"
 
 namespace velmora {
@@ -164,7 +166,11 @@ const Rule kRules[] = {
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return arithmetic(ctx, t[1], t[3], t[4], t[5]); }},
     {17, assignment, [](CompileContext& ctx, const Tokens&, const std::string& row) { return expression(ctx, row); }},
     // Pins.
-    {18, [](const Tokens& t) { return oneof(t[1], {"High", "Low", "Toggle"}) && t.count() == 2; }, notyet},
+    {18, [](const Tokens& t) { return oneof(t[1], {"High", "Low", "Toggle"}) && t.count() == 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         const PinAction action = t[1] == "High" ? PinAction::High : t[1] == "Low" ? PinAction::Low : PinAction::Toggle;
+         return pinstatement(ctx, action, t[2]);
+     }},
     // Loops and tests.
     {19, [](const Tokens& t) {
          return (t[1] == "While" && t.count() == 2) || (t[1] == "While" && t[2] == "Not" && t.count() == 3) ||
@@ -238,6 +244,10 @@ const Rule kRules[] = {
      }},
     {29, [](const Tokens& t) { return t[1] == "Hserget" && t.count() == 2; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) { return hserget(ctx, t[2]); }},
+    {29, [](const Tokens& t) { return oneof(t[1], {"WaitMs", "WaitUs"}) && t.count() == 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         return t[1] == "WaitMs" ? waitmsstatement(ctx, t[2]) : waitusstatement(ctx, t[2]);
+     }},
     {29, [](const Tokens& t) { return oneof(t[1], kDeviceWords); }, notyet},
     // Interrupts.
     {30, [](const Tokens& t) {
@@ -259,7 +269,7 @@ const Rule kRules[] = {
     {32, [](const Tokens& t) {
          return t[1] == "Config" && t[3] == "=" && oneof(t[4], {"Input", "Output"}) && t.count() == 4;
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return configstatement(ctx, t[2], t[4]); }},
 };
 
 bool limitedset(const CompileContext& ctx) { return ctx.model->instset == 2; }

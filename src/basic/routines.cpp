@@ -4,18 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "basic/delays.h"
 #include "basic/emit.h"
 #include "basic/operands.h"
 
 namespace velmora {
 
 namespace {
-
-struct RoutineText {
-    int number;
-    const char* comment;
-    std::vector<std::string> lines;  // "LABEL: INSTRUCTION" where a label stands
-};
 
 // Shift-and-add over 16 rounds; the multiplier in R18:R19 becomes the low word of the product.
 const RoutineText kMultiply = {
@@ -128,6 +123,9 @@ const std::pair<int, Builder> kLibrary[] = {
     {kRoutineMultiply, fixed<kMultiply>},
     {kRoutineDivide, fixed<kDivide>},
     {kRoutineSquareRoot, fixed<kSquareRoot>},
+    {kRoutineWaitMs, waitmsroutine},
+    {kRoutineWaitUsByte, waitusbyteroutine},
+    {kRoutineWaitUsWord, waituswordroutine},
     {kRoutineShiftLeft, fixed<kShiftLeft>},
     {kRoutineShiftRight, fixed<kShiftRight>},
     {kRoutineHardwareSerial, [](const CompileContext& ctx) { return hardwareserial(ctx.model->uartclass); }},

@@ -2,6 +2,9 @@
 // The runtime routine library: subroutines the generated code calls, each written once
 // behind the program, in a fixed order, and only when a statement asked for it.
 
+#include <string>
+#include <vector>
+
 #include "basic/compilecontext.h"
 
 namespace velmora {
@@ -11,6 +14,9 @@ enum Routine : int {
     kRoutineMultiply = 1,
     kRoutineDivide = 2,
     kRoutineSquareRoot = 4,
+    kRoutineWaitMs = 5,
+    kRoutineWaitUsByte = 6,
+    kRoutineWaitUsWord = 7,
     kRoutineShiftLeft = 12,
     kRoutineShiftRight = 13,
     kRoutineHardwareSerial = 16,
@@ -21,6 +27,12 @@ enum Routine : int {
     kRoutineShiftLeftLong = 39,
     kRoutineShiftRightLong = 40,
     kRoutineDecimalWord = 47,
+};
+
+struct RoutineText {
+    int number;
+    const char* comment;
+    std::vector<std::string> lines;  // "LABEL: INSTRUCTION" where a label stands
 };
 
 void emitroutines(CompileContext& ctx);
