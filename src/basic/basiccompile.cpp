@@ -57,6 +57,7 @@ void resetsweep(CompileContext& ctx) {
     ctx.exitlabel.clear();
     ctx.afterend = false;
     ctx.uartopened = false;
+    ctx.lcdinitialised = false;
     ctx.whilestack.clear();
     ctx.forstack.clear();
     ctx.ifstack.clear();

@@ -135,6 +135,7 @@ struct CompileContext {
     std::string exitlabel;
     bool afterend = false;
     bool uartopened = false;  // an Hseropen row has been compiled
+    bool lcdinitialised = false;  // an Lcdinit row has been compiled
 
     // Open statement blocks.
     std::vector<WhileLevel> whilestack;

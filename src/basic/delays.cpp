@@ -88,22 +88,27 @@ RoutineText waituswordroutine(const CompileContext& ctx) {
     return text;
 }
 
-void waitusconstantbyte(CompileContext& ctx, int n) {
+std::vector<std::string> waitusbytelines(const CompileContext& ctx, int n) {
+    // 14 cycles of call and loads come off.
     int64_t value = static_cast<int64_t>(n) * 256 - delaystep(ctx, 14);
     if (value < 0) value = 0;
-    emitcode(ctx, "LDI R16," + byteof(value, 0));
-    emitcode(ctx, "LDI R17," + byteof(value, 1));
-    emitcode(ctx, "RCALL X000");
+    return {"LDI R16," + byteof(value, 0), "LDI R17," + byteof(value, 1), "RCALL X000"};
 }
 
-void waitusconstantword(CompileContext& ctx, int n) {
+std::vector<std::string> waituswordlines(const CompileContext& ctx, int n) {
     const int overhead = wholemhz(ctx) >= 5 && ctx.model->flashbytes >= 4096 ? wholemhz(ctx) + 16 - 5 : 16;
     int64_t value = static_cast<int64_t>(n) * 256 - delaystep(ctx, overhead);
     if (value < 0) value = 0;
-    emitcode(ctx, "LDI R16," + byteof(value, 0));
-    emitcode(ctx, "LDI R17," + byteof(value, 1));
-    emitcode(ctx, "LDI R18," + byteof(value, 2));
-    emitcode(ctx, "RCALL Y000");
+    return {"LDI R16," + byteof(value, 0), "LDI R17," + byteof(value, 1), "LDI R18," + byteof(value, 2),
+            "RCALL Y000"};
+}
+
+void waitusconstantbyte(CompileContext& ctx, int n) {
+    for (const std::string& line : waitusbytelines(ctx, n)) emitcode(ctx, line);
+}
+
+void waitusconstantword(CompileContext& ctx, int n) {
+    for (const std::string& line : waituswordlines(ctx, n)) emitcode(ctx, line);
 }
 
 bool waitmsstatement(CompileContext& ctx, const std::string& argument) {

@@ -3,6 +3,7 @@
 // worked out at compile time from the clock, so the program needs no timer.
 
 #include <string>
+#include <vector>
 
 #include "basic/compilecontext.h"
 #include "basic/routines.h"
@@ -16,6 +17,9 @@ bool waitusstatement(CompileContext& ctx, const std::string& argument);
 // They do not request their routine; the caller does.
 void waitusconstantbyte(CompileContext& ctx, int n);
 void waitusconstantword(CompileContext& ctx, int n);
+// The same lines, for routines that put the wait in their own text.
+std::vector<std::string> waitusbytelines(const CompileContext& ctx, int n);
+std::vector<std::string> waituswordlines(const CompileContext& ctx, int n);
 
 // The routines' texts for the compile's clock and model.
 RoutineText waitmsroutine(const CompileContext& ctx);

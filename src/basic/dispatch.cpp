@@ -4,18 +4,21 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "basic/adc.h"
 #include "basic/arithmetic.h"
 #include "basic/asmrow.h"
 #include "basic/controlflow.h"
 #include "basic/assignment.h"
 #include "basic/declarations.h"
 #include "basic/delays.h"
+#include "basic/eeprom.h"
 #include "basic/defines.h"
 #include "basic/expression.h"
 #include "basic/hardwareserial.h"
 #include "basic/interruptcontrol.h"
 #include "basic/memoryaccess.h"
 #include "basic/jumps.h"
+#include "basic/lcdstatements.h"
 #include "basic/pins.h"
 #include "basic/tokens.h"
 
@@ -247,6 +250,18 @@ const Rule kRules[] = {
     {29, [](const Tokens& t) { return oneof(t[1], {"WaitMs", "WaitUs"}) && t.count() == 2; },
      [](CompileContext& ctx, const Tokens& t, const std::string&) {
          return t[1] == "WaitMs" ? waitmsstatement(ctx, t[2]) : waitusstatement(ctx, t[2]);
+     }},
+    {29, [](const Tokens& t) { return oneof(t[1], {"Adcin", "Read", "Write"}) && t.count() >= 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (t[1] == "Adcin") return adcinstatement(ctx, t.from(2));
+         return t[1] == "Read" ? readstatement(ctx, t.from(2)) : writestatement(ctx, t.from(2));
+     }},
+    {29, [](const Tokens& t) { return t[1] == "Lcdinit" && t.count() <= 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) { return lcdinitstatement(ctx, t[2]); }},
+    {29, [](const Tokens& t) { return oneof(t[1], {"Lcdout", "Lcdcmdout", "Lcddefchar"}) && t.count() >= 2; },
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (t[1] == "Lcdout") return lcdoutstatement(ctx, t.from(2));
+         return t[1] == "Lcdcmdout" ? lcdcmdoutstatement(ctx, t.from(2)) : lcddefcharstatement(ctx, t.from(2));
      }},
     {29, [](const Tokens& t) { return oneof(t[1], kDeviceWords); }, notyet},
     // Interrupts.

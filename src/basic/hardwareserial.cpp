@@ -7,6 +7,7 @@
 #include "basic/defines.h"
 #include "basic/emit.h"
 #include "basic/operands.h"
+#include "basic/outputitems.h"
 #include "basic/routines.h"
 #include "basic/symbols.h"
 #include "basic/tokens.h"
@@ -80,56 +81,8 @@ bool opened(CompileContext& ctx) {
     return ctx.uartopened || fail(ctx, ": Hardware UART port must be opened first with HSEROPEN statement.");
 }
 
-void sendregister(CompileContext& ctx) { emitcode(ctx, "RCALL HS01"); }
-
-void sendconstant(CompileContext& ctx, int value) {
-    emitcode(ctx, "LDI R31," + immediate(value));
-    sendregister(ctx);
-}
-
-bool senditem(CompileContext& ctx, const std::string& item) {
-    if (item == "CrLf") {
-        sendconstant(ctx, 0x0D);
-        sendconstant(ctx, 0x0A);
-        return true;
-    }
-    if (item == "Lf") {
-        sendconstant(ctx, 0x0A);
-        return true;
-    }
-    if (item.size() >= 2 && item.front() == '"' && item.back() == '"') {
-        for (size_t i = 1; i + 1 < item.size(); ++i) sendconstant(ctx, static_cast<unsigned char>(item[i]));
-        return true;
-    }
-    if (item.starts_with("#")) {
-        const Operand op = operandof(ctx, item.substr(1));
-        if (op.type == kTypeBit) return fail(ctx, ": Incorrect argument.");
-        if (op.type == kTypeLong) {
-            requestroutine(ctx, kRoutineDivideLong);
-            requestroutine(ctx, kRoutineHserDigits);
-            requestroutine(ctx, kRoutineDecimalLong);
-            loadoperand(ctx, op, 4, 24);
-            for (const char* call : {"RCALL DC11", "RCALL HS21", "RCALL DC15", "RCALL HS21"}) emitcode(ctx, call);
-            return true;
-        }
-        requestroutine(ctx, kRoutineDivide);
-        requestroutine(ctx, kRoutineHserDigits);
-        requestroutine(ctx, kRoutineDecimalWord);
-        if (!loadoperand(ctx, op, 2, 20)) return false;
-        emitcode(ctx, "RCALL DC01");
-        emitcode(ctx, "RCALL HS21");
-        return true;
-    }
-    const Operand op = operandof(ctx, item);
-    if (op.type == kTypeBit) return fail(ctx, ": Incorrect argument.");
-    if (!loadoperandbyte0(ctx, op, "R31")) return false;
-    sendregister(ctx);
-    for (int k = 1; k < bytesoftype(op.type); ++k) {
-        loadoperandupper(ctx, k, op, "R31");
-        sendregister(ctx);
-    }
-    return true;
-}
+// Hserout sends all four bytes of a Long, low first.
+const OutputSink kSerialSink = {"HS01", "HS21", kRoutineHserDigits, 4, true};
 
 }  // namespace
 
@@ -172,10 +125,7 @@ bool hseropen(CompileContext& ctx, const std::string& argument) {
 
 bool hserout(CompileContext& ctx, const std::string& items) {
     if (!opened(ctx)) return false;
-    std::string list = items;
-    while (!list.empty())
-        if (!senditem(ctx, trimblanks(nextargument(list)))) return false;
-    return true;
+    return outputitems(ctx, items, kSerialSink);
 }
 
 bool hserin(CompileContext& ctx, const std::string& variables) {

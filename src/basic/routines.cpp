@@ -4,9 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "basic/adc.h"
 #include "basic/delays.h"
+#include "basic/eeprom.h"
+#include "basic/lcdstatements.h"
 #include "basic/emit.h"
 #include "basic/operands.h"
+#include "basic/outputitems.h"
 
 namespace velmora {
 
@@ -78,12 +82,6 @@ const RoutineText kShiftRightLong = {
     kRoutineShiftRightLong, "; ShiftRight Long Routine",
     {"SRX1: LSR R19", "ROR R18", "ROR R17", "ROR R16", "SRX0: SUBI R20,0x01", "BRCC SRX1", "RET"}};
 
-// Sends the digit characters R0..R4 through HS01, skipping the leading zeros left as 0.
-const RoutineText kHserDigits = {
-    kRoutineHserDigits, "; Hserout Decimal Routine",
-    {"HS21: MOV R31,R0", "RCALL HS22", "MOV R31,R1", "RCALL HS22", "MOV R31,R2", "RCALL HS22", "MOV R31,R3",
-     "RCALL HS22", "MOV R31,R4", "RCALL HS22", "RET", "HS22: CPSE R31,R15", "RCALL HS01", "RET"}};
-
 // R20:R21 into five digits R0..R4 by division through D001: T stands for "no digit yet", so
 // leading zeros stay 0 and every later digit gets 48 added; the last digit always does.
 const RoutineText kDecimalWord = {
@@ -122,14 +120,20 @@ RoutineText fixed(const CompileContext&) {
 const std::pair<int, Builder> kLibrary[] = {
     {kRoutineMultiply, fixed<kMultiply>},
     {kRoutineDivide, fixed<kDivide>},
+    {kRoutineEeprom, eepromroutine},
     {kRoutineSquareRoot, fixed<kSquareRoot>},
     {kRoutineWaitMs, waitmsroutine},
     {kRoutineWaitUsByte, waitusbyteroutine},
     {kRoutineWaitUsWord, waituswordroutine},
+    {kRoutineAdc, adcroutine},
+    {kRoutineLcdChar, lcdcharroutine},
+    {kRoutineLcdCommand, lcdcommandroutine},
+    {kRoutineLcdDigits, lcddigitsroutine},
     {kRoutineShiftLeft, fixed<kShiftLeft>},
     {kRoutineShiftRight, fixed<kShiftRight>},
     {kRoutineHardwareSerial, [](const CompileContext& ctx) { return hardwareserial(ctx.model->uartclass); }},
-    {kRoutineHserDigits, fixed<kHserDigits>},
+    {kRoutineHserDigits,
+     [](const CompileContext&) { return digitemitter(kRoutineHserDigits, "; Hserout Decimal Routine", "HS21", "HS01"); }},
     {kRoutineDecimalLong, [](const CompileContext&) { return decimallong(); }},
     {kRoutineMultiplyLong, fixed<kMultiplyLong>},
     {kRoutineDivideLong, fixed<kDivideLong>},

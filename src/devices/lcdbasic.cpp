@@ -11,14 +11,14 @@ namespace velmora {
 
 namespace {
 
-// The line as the scan compares it: comment cut, tabs blank, "=" set apart, blanks closed
-// up, trimmed, upper case.
+// The line as the scan compares it: comment cut, tabs (and the CR of a CR LF end) blank, "="
+// set apart, blanks closed up, trimmed, upper case.
 std::string cleanline(std::string_view line) {
     line = line.substr(0, line.find('\''));
     std::string widened;
     for (const char ch : line) {
         if (ch == '=') widened += " = ";
-        else widened += ch == '\t' ? ' ' : ch;
+        else widened += ch == '\t' || ch == '\r' ? ' ' : ch;
     }
     std::string closed;
     for (const char ch : widened)

@@ -57,6 +57,42 @@ inline std::vector<std::string> asmlines(const std::string& text) {
     return lines;
 }
 
+// The code of the program's first row that holds `statement`, up to the next row's comment.
+inline std::string rowcode(const BasicCompileResult& result, const std::string& statement) {
+    std::string code;
+    bool inrow = false;
+    for (const std::string& line : asmlines(result.asmtext)) {
+        if (line.starts_with("; ")) {
+            if (inrow) break;
+            inrow = line.ends_with(": " + statement);
+        } else if (inrow) {
+            // "LABEL:<tab>INSTRUCTION" reads "LABEL: INSTRUCTION".
+            std::string text = line.starts_with("\t") ? line.substr(1) : line;
+            if (const size_t tab = text.find('\t'); tab != std::string::npos) text[tab] = ' ';
+            code += (code.empty() ? "" : "|") + text;
+        }
+    }
+    return code;
+}
+
+// A routine's lines from its comment to its last RET, labels kept.
+inline std::string routine(const BasicCompileResult& result, const std::string& comment) {
+    std::string code;
+    bool inside = false;
+    for (const std::string& line : asmlines(result.asmtext)) {
+        if (line == comment) {
+            inside = true;
+            continue;
+        }
+        if (!inside) continue;
+        if (line.starts_with(";") || line.empty()) break;
+        std::string text = line;
+        if (const size_t tab = text.find('\t'); tab != std::string::npos) text.replace(tab, 1, tab == 0 ? "" : " ");
+        code += (code.empty() ? "" : "|") + text;
+    }
+    return code;
+}
+
 }  // namespace velmora::test
 
 namespace velmora::test {

@@ -7,39 +7,6 @@
 namespace velmora::test {
 namespace {
 
-// The code of the program's first row that holds `statement`, up to the next row's comment.
-std::string rowcode(const BasicCompileResult& result, const std::string& statement) {
-    std::string code;
-    bool inrow = false;
-    for (const std::string& line : asmlines(result.asmtext)) {
-        if (line.starts_with("; ")) {
-            if (inrow) break;
-            inrow = line.ends_with(": " + statement);
-        } else if (inrow) {
-            code += (code.empty() ? "" : "|") + line.substr(1);
-        }
-    }
-    return code;
-}
-
-// A routine's lines from its comment to its last RET, labels kept.
-std::string routine(const BasicCompileResult& result, const std::string& comment) {
-    std::string code;
-    bool inside = false;
-    for (const std::string& line : asmlines(result.asmtext)) {
-        if (line == comment) {
-            inside = true;
-            continue;
-        }
-        if (!inside) continue;
-        if (line.starts_with(";") || line.empty()) break;
-        std::string text = line;
-        if (const size_t tab = text.find('\t'); tab != std::string::npos) text.replace(tab, 1, tab == 0 ? "" : " ");
-        code += (code.empty() ? "" : "|") + text;
-    }
-    return code;
-}
-
 TEST(BasicDelays, StatementLines) {
     const struct {
         const char* model;

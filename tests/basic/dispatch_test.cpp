@@ -74,7 +74,7 @@ TEST(BasicDispatch, OneLineIfTakesOnlyItsStatements) {
         {"Goto", ": Syntax error."},
         {"PORTB = 1", ""},
         {"WaitMs 10", ""},
-        {"Adcin 1, a", ": This statement is not supported yet by this version of the compiler."},
+        {"I2CStart", ": This statement is not supported yet by this version of the compiler."},
     };
     for (const auto& [statement, error] : cases) {
         ctx.error.clear();

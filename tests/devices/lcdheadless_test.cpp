@@ -132,6 +132,9 @@ TEST(LcdBasic, DefineLinesGiveTheWiring) {
         {"legal type taken", "Define LCD_LINES = 2\nDefine LCD_CHARS = 24 'wide\n", kPortB, 4, 2, 24, {kPortB, 3},
          {kPortB, 2}, {}},
         {"a comment hides the line", "' Define LCD_DREG = PORTA\n", kPortB, 4, 1, 40, {kPortB, 3}, {kPortB, 2}, {}},
+        {"CR LF line ends, as the editor writes them",
+         "Define LCD_DREG = PORTC\r\nDefine LCD_LINES = 2\r\nDefine LCD_CHARS = 20\r\n", kPortC, 4, 2, 20,
+         {kPortB, 3}, {kPortB, 2}, {}},
     };
     for (const auto& row : rows) {
         LcdConfig start;
