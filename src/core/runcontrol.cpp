@@ -33,17 +33,27 @@ RunControl::~RunControl() {
 
 int RunControl::addhook(HookSlot slot, int order, StepHook hook) {
     const int id = nexthookid_++;
-    hooks_.push_back(Hook{id, slot, order, std::move(hook)});
+    (inhooks_ ? addedhooks_ : hooks_).push_back(Hook{id, slot, order, std::move(hook)});
+    if (!inhooks_) sorthooks();
+    return id;
+}
+
+void RunControl::sorthooks() {
     std::stable_sort(hooks_.begin(), hooks_.end(), [](const Hook& a, const Hook& b) {
         if (a.slot != b.slot) return static_cast<int>(a.slot) < static_cast<int>(b.slot);
         return a.order < b.order;
     });
-    return id;
 }
 
 void RunControl::removehook(int id) {
-    hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), [id](const Hook& h) { return h.id == id; }),
-                 hooks_.end());
+    const auto match = [id](const Hook& h) { return h.id == id; };
+    addedhooks_.erase(std::remove_if(addedhooks_.begin(), addedhooks_.end(), match), addedhooks_.end());
+    if (inhooks_) {
+        for (Hook& h : hooks_)
+            if (h.id == id) h.removed = true;
+        return;
+    }
+    hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), match), hooks_.end());
 }
 
 void RunControl::fault(const std::string& text) {
@@ -128,14 +138,22 @@ void RunControl::peripheralphases() {
 
 void RunControl::afterstephooks(bool isbreak) {
     bool breakchecked = false;
+    inhooks_ = true;
     for (size_t i = 0; i < hooks_.size(); ++i) {
         if (!breakchecked && hooks_[i].slot > HookSlot::Breakpoints) {
             breakchecked = true;
             if (isbreak) menuspeed(kRateStep);
         }
-        hooks_[i].call(*this);
+        if (!hooks_[i].removed) hooks_[i].call(*this);
     }
+    inhooks_ = false;
     if (!breakchecked && isbreak) menuspeed(kRateStep);
+    hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), [](const Hook& h) { return h.removed; }), hooks_.end());
+    if (!addedhooks_.empty()) {
+        for (Hook& h : addedhooks_) hooks_.push_back(std::move(h));
+        addedhooks_.clear();
+        sorthooks();
+    }
 }
 
 void RunControl::yieldtimes(int n) {

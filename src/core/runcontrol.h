@@ -99,7 +99,9 @@ private:
         HookSlot slot;
         int order;
         StepHook call;
+        bool removed = false;
     };
+    void sorthooks();
     void setenabled(bool start, bool stop, bool step);
     // Breakpoint-type work after a step; the common case (no hooks, no BREAK) is tested inline.
     void afterstephooks(bool isbreak);
@@ -123,6 +125,10 @@ private:
     double starttime_ = 0;
     std::string summary_;
     std::vector<Hook> hooks_;
+    // A hook may add or remove hooks, its own too: while the hooks run, additions wait here
+    // and removals only mark, and both take effect once the last hook of the step has run.
+    std::vector<Hook> addedhooks_;
+    bool inhooks_ = false;
     int nexthookid_ = 1;
     uint64_t loopsteps_ = 0;
 };

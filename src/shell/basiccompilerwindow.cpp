@@ -66,10 +66,30 @@ BasicModel BasicCompilerWindow::currentmodel() const {
 void BasicCompilerWindow::onload() {
     keywords_ = basiceditorkeywords(currentmodel());
     loadsettingsandsource();
+    main_.tracking().setwindow(this);
 }
 
 void BasicCompilerWindow::onunload(PixelPoint place, PixelPoint size) {
+    main_.tracking().setwindow(nullptr);
     if (readswitch(main_.settings(), kSavePositions)) saveplacement(place, size);
+}
+
+BasicCompilerWindow::~BasicCompilerWindow() { main_.tracking().setwindow(nullptr); }
+
+void BasicCompilerWindow::markline(int line) {
+    // A loop on one line marks it again at every pass: the view need not hear of it.
+    if (line == markedline_ && !markpending_) return;
+    source.marks.clear();
+    if (line > 0) source.marks.push_back(line);
+    markedline_ = line;
+    markpending_ = true;
+}
+
+bool BasicCompilerWindow::takemark(int& line) {
+    if (!markpending_) return false;
+    markpending_ = false;
+    line = markedline_;
+    return true;
 }
 
 // --- commands ---

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "basic/basicbuild.h"
+#include "shell/basictracking.h"
 #include "shell/sourcewindow.h"
 
 namespace velmora {
@@ -21,10 +22,11 @@ struct ViewerText {
     std::string text;
 };
 
-class BasicCompilerWindow : public SourceWindow {
+class BasicCompilerWindow : public SourceWindow, public TrackingWindow {
 public:
     // `input` answers this window's dialogs.
     BasicCompilerWindow(MainWindowModel& main, UserInput& input, Clock& clock);
+    ~BasicCompilerWindow() override;
 
     // --- what the window shows, beside the source ---
     // The selected model and the clock, as the main window has them now.
@@ -58,6 +60,14 @@ public:
     // --- what the view is told ---
     std::function<void(const ViewerText&)> showviewer;
 
+    // --- following the running program ---
+    std::string trackingcaption() const override { return caption(); }
+    // Records the mark of the line that runs; the view shows it when it next draws, so a fast
+    // run costs no drawing per statement.
+    void markline(int line) override;
+    // The line marked since the last call (0: the mark cleared); false when none was.
+    bool takemark(int& line);
+
 private:
     BasicModel currentmodel() const;
     // The compile, and the assembly when asked, with the window disabled meanwhile. The
@@ -65,6 +75,8 @@ private:
     bool build(bool assemble);
 
     BasicBuildResult lastbuild_;
+    int markedline_ = 0;
+    bool markpending_ = false;
 };
 
 }  // namespace velmora

@@ -14,7 +14,8 @@ MainWindowModel::MainWindowModel(ShellServices services, std::string datadirecto
       programs_(sim_.machine(), services.messenger, services.settings, programhost(), datadirectory),
       optioncommands_(sim_, options_, services.settings, services.messenger, services.input, registry_),
       editing_(sim_.run(), services.input),
-      modelselection_(sim_, services.settings, registry_) {
+      modelselection_(sim_, services.settings, registry_),
+      tracking_(sim_.run(), options_) {
     sim_.run().ekran = [this] { notify(ekran); };
     sim_.run().commandschanged = [this] { notify(menuschanged); };
     optioncommands_.registerorderchanged = [this] { notify(ekran); };
@@ -108,14 +109,14 @@ void MainWindowModel::command(const std::string& control) {
         programs_.menuclear();
         afterprogramchange();
     } else if (control == "menustart") {
+        tracking_.started();
         r.menustart();
     } else if (control == "menustep" || control == "menustep2") {
         r.menustep();
     } else if (control == "menustop") {
         r.menustop();
     } else if (control == "menustep3") {
-        r.runtostatementrequest = true;
-        r.menuspeed(5);
+        tracking_.runtonext();
     } else if (item && item->kind == MenuItemKind::Rate) {
         options_.rate = item->rate;
         r.menuspeed(item->rate);
@@ -192,7 +193,10 @@ void MainWindowModel::refreshall() {
     notify(ekran);
 }
 
-void MainWindowModel::afterprogramchange() { refreshall(); }
+void MainWindowModel::afterprogramchange() {
+    tracking_.programloaded(qprogram());
+    refreshall();
+}
 
 void MainWindowModel::clickregistername(int row) {
     if (row < 0 || row >= kRegisterRows) return;

@@ -13,6 +13,7 @@
 #include "image/programcommands.h"
 #include "shell/mainwindowfields.h"
 #include "shell/mainwindowmenus.h"
+#include "shell/basictracking.h"
 #include "shell/modelselection.h"
 #include "shell/optioncommands.h"
 #include "shell/pausedediting.h"
@@ -48,6 +49,7 @@ public:
     ShellOptions& options() { return options_; }
     ProgramCommands& programs() { return programs_; }
     OptionCommands& optioncommands() { return optioncommands_; }
+    BasicTracking& tracking() { return tracking_; }
     PausedEditing& editing() { return editing_; }
     ModelSelection& modelselection() { return modelselection_; }
     SettingsAccess& settings() { return services_.settings; }
@@ -122,6 +124,7 @@ private:
     OptionCommands optioncommands_;
     PausedEditing editing_;
     ModelSelection modelselection_;
+    BasicTracking tracking_;
     bool menusenabled_ = true;
 };
 

@@ -1,5 +1,7 @@
 #include "ui/basiccompilerwindow.h"
 
+#include <QTextBlock>
+
 #include <QCloseEvent>
 #include <QVBoxLayout>
 
@@ -74,6 +76,16 @@ void BasicCompilerWindowView::runcommand(const std::string& control) {
 }
 
 void BasicCompilerWindowView::drawheader() { header_->setText(qtext(model_.header())); }
+
+void BasicCompilerWindowView::showmark() {
+    int line = 0;
+    if (!model_.takemark(line)) return;
+    source_->setmarks(model_.source.marks);
+    if (line <= 0) return;
+    QTextCursor caret(source_->document()->findBlockByNumber(line - 1));
+    source_->setTextCursor(caret);
+    source_->ensureCursorVisible();
+}
 
 void BasicCompilerWindowView::draw() {
     setWindowTitle(qtext(model_.caption()));

@@ -39,6 +39,8 @@ public:
     void runcommand(const std::string& control);
     // The main window's model or clock changed.
     void drawheader();
+    // The main window drew: the line of the running program, when it moved.
+    void showmark();
     // Closes the window for good, saving its place.
     void unload();
     // Where Print writes its PDF; a file dialog when not set.

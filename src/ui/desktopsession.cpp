@@ -90,6 +90,8 @@ void DesktopSession::registerbasiccompiler() {
         basic_ = new BasicCompilerWindowView(model_, basicinput_, clock_);
         QObject::connect(window_.get(), &MainWindow::identityshown, basic_.data(),
                          [view = basic_.data()] { view->drawheader(); });
+        QObject::connect(window_.get(), &MainWindow::flushed, basic_.data(),
+                         [view = basic_.data()] { view->showmark(); });
         window_->addtoolwindow(basic_);
         basic_->show();
     };

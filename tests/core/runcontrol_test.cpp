@@ -141,6 +141,22 @@ TEST(RunControl, HooksRunInSlotOrder) {
     EXPECT_EQ(order, "47BM7BM");
 }
 
+TEST(RunControl, AHookMayRemoveItselfAndAddAnother) {
+    Sim sim;
+    std::string order;
+    int self = 0;
+    self = sim.run.addhook(HookSlot::RunToStatement, 0, [&](RunControl& rc) {
+        order += "R";
+        rc.removehook(self);
+        rc.addhook(HookSlot::Window, 0, [&](RunControl&) { order += "w"; });
+    });
+    sim.run.addhook(HookSlot::Modules, 0, [&](RunControl&) { order += "M"; });
+    sim.load({kNop, kNop, kNop});
+    sim.step(3);
+    // The hooks behind it still run in its step; the new one from the next step on.
+    EXPECT_EQ(order, "RMwMwM");
+}
+
 TEST(RunControl, EkranAtUltimateOnlyOnTheTimer) {
     Sim sim;
     int refreshes = 0;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "shell/basiccompilersyntax.h"
+#include "shell/settingnames.h"
 #include "shellfixture.h"
 #include "support/tempfolder.h"
 
@@ -129,6 +130,68 @@ TEST_F(BasicFixture, CompileAssembleAndLoadPutsTheProgramIntoTheSimulator) {
               std::vector<std::string>{report("prog") + "\nListing file: " + path("prog.lst") +
                                        "\nGenerated HEX file: " + path("prog.hex") +
                                        "\nTotal 12 (0.01K) program bytes loaded."});
+}
+
+// Steps the loaded program and lists the lines the window was asked to mark, in order.
+std::vector<int> markedlines(Shell& shell, BasicCompilerWindow& window, int steps) {
+    std::vector<int> lines;
+    for (int i = 0; i < steps; ++i) {
+        shell.model.command("menustep");
+        if (int line = 0; window.takemark(line)) lines.push_back(line);
+    }
+    return lines;
+}
+
+const char kTrackedSource[] = "' three statements\r\nDim a As Byte\r\na = 1\r\nWaitUs 5\r\na = 2\r\nEnd\r\n";
+
+TEST_F(BasicFixture, TrackingMarksTheLineThatRunsAndRunToNextStopsAtTheNextStatement) {
+    shell.model.options().switches[settingnames::kBasicProgramTracking] = true;
+    titled(kTrackedSource);
+    ASSERT_TRUE(window.menucompileassembleload());
+    EXPECT_TRUE(shell.model.tracking().active());
+    EXPECT_TRUE(shell.model.run().hassourcelines);
+    shell.model.command("menuspeed1");
+    shell.model.command("menustart");
+    // Lines 1 and 2 make no code: line 3 is the first mark; the wait's routine has no line,
+    // so nothing is marked while it runs; End jumps to itself and is marked once.
+    EXPECT_EQ(markedlines(shell, window, 40), (std::vector<int>{3, 4, 5, 6}));
+    EXPECT_EQ(window.source.marks, std::vector<int>{6});
+    shell.model.command("menustart");
+    int line = -1;
+    ASSERT_TRUE(window.takemark(line));
+    EXPECT_EQ(line, 0) << "Start clears the mark";
+
+    // From the start again to line 4; then over the wait's routine to the next statement at
+    // Extremely Fast, and back to Step By Step.
+    shell.model.command("menustart");
+    for (int i = 0; i < 40 && shell.model.tracking().map().lineat(shell.m().pc) != 4; ++i)
+        shell.model.command("menustep");
+    shell.model.command("menustep3");
+    EXPECT_EQ(shell.model.run().simulationrate(), kRateStep);
+    EXPECT_FALSE(shell.model.run().runtostatementrequest);
+    EXPECT_EQ(shell.model.tracking().map().lineat(shell.m().pc), 5);
+}
+
+TEST_F(BasicFixture, TrackingOffOrAnotherSourceMarksNothing) {
+    shell.model.options().switches[settingnames::kBasicProgramTracking] = true;
+    titled(kTrackedSource);
+    shell.model.command("menutracking");  // off
+    ASSERT_TRUE(window.menucompileassembleload());
+    shell.model.command("menuspeed1");
+    shell.model.command("menustart");
+    EXPECT_EQ(markedlines(shell, window, 20), std::vector<int>{});
+    EXPECT_FALSE(shell.model.tracking().active());
+    // Back on, the program stays untracked until it is loaded again.
+    shell.model.command("menutracking");
+    EXPECT_EQ(markedlines(shell, window, 5), std::vector<int>{});
+    ASSERT_TRUE(window.menucompileassembleload());
+    EXPECT_TRUE(shell.model.tracking().active());
+
+    // A HEX file with no source beside it has no map, and no Run To Next BASIC Statement.
+    shell.loadhello();
+    EXPECT_TRUE(shell.model.tracking().map().empty());
+    EXPECT_FALSE(shell.model.tracking().active());
+    EXPECT_FALSE(shell.model.run().hassourcelines);
 }
 
 TEST_F(BasicFixture, AFailedCompileLoadsNothing) {
