@@ -76,6 +76,30 @@ private slots:
         QVERIFY(!ui.model().registry().isopen(windows::kBasicCompiler));
     }
 
+    void theRunningLineIsMarkedWhenTheMainWindowDraws() {
+        UiSession ui("basictracking");
+        QVERIFY(ui.session.start());
+        BasicCompilerWindowView* view = open(ui);
+        QVERIFY(view);
+        QTemporaryDir dir;
+        view->sourceeditor()->setPlainText("' count\nDim n As Byte\nn = 1\nn = 2\nEnd\n");
+        ui.input.savepath = path(dir, "count.bas");
+        trigger(view, "menucompileassembleload");
+        QVERIFY(ui.model().tracking().active());
+        ui.trigger("menuspeed1");
+        ui.trigger("menustart");
+        QVERIFY(ui.window().action("menustep3")->isVisible());
+        // The start-up code, then line 3's first word.
+        for (int i = 0; i < 6 && ui.model().tracking().map().lineat(ui.m().pc) != 3; ++i) ui.trigger("menustep2");
+        ui.window().flush();
+        QCOMPARE(view->sourceeditor()->marks(), std::vector<int>{3});
+        QCOMPARE(view->sourceeditor()->textCursor().blockNumber() + 1, 3);
+        ui.trigger("menustep3");
+        ui.window().flush();
+        QCOMPARE(view->sourceeditor()->marks(), std::vector<int>{4});
+        ui.trigger("menustop");
+    }
+
     void anErrorPutsTheCaretOnItsLine() {
         UiSession ui("basicerror");
         QVERIFY(ui.session.start());
