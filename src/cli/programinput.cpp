@@ -136,7 +136,8 @@ std::optional<std::filesystem::path> compiletohex(const std::string& source, con
     return std::filesystem::path(result.hexpath);
 }
 
-bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err) {
+bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
+                     SourceMap* lines) {
     for (const SourceKind& kind : kSourceKinds) {
         if (!hasextension(path, kind.extension)) continue;
         const ScratchFolder folder;
@@ -145,9 +146,14 @@ bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, 
             return false;
         }
         const std::optional<std::filesystem::path> hex = kind.build(path, folder.path(), m, err);
+        // The map is read while the translation's files are still there.
+        if (hex && lines) *lines = loadbasicstepbystep(hex->string());
         return hex && loadhex(m, hex->string(), messenger);
     }
-    if (hasextension(path, ".hex")) return loadhex(m, path, messenger);
+    if (hasextension(path, ".hex")) {
+        if (lines) *lines = loadbasicstepbystep(path);
+        return loadhex(m, path, messenger);
+    }
     return loadwordfile(m, path, err);
 }
 

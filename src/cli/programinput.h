@@ -10,6 +10,7 @@
 
 #include "core/events.h"
 #include "core/machine.h"
+#include "debug/sourcemap.h"
 
 namespace velmora {
 
@@ -42,8 +43,11 @@ inline constexpr SourceKind kSourceKinds[] = {
 
 // Loads `path` into the machine's program memory by its kind: ".hex" as Load Program does
 // (messages through `messenger`), a source kind through its builder and a temporary folder,
-// anything else as a word file. False after saying why; memory is left clean then.
-bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err);
+// anything else as a word file. False after saying why; memory is left clean then. With
+// `lines`, the BASIC line map of a compiled program (a .bas, or a .hex with its BASIC
+// source, code and listing beside it) goes there; it stays empty for other programs.
+bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
+                     SourceMap* lines = nullptr);
 
 // Reads whitespace-separated hexadecimal words; ';' starts a comment. Nothing on error.
 std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);

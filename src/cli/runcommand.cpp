@@ -87,6 +87,25 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     }
 
     RunControl& run = session.runcontrol();
+    std::ofstream basictrace;
+    if (!options->tracebasic.empty()) {
+        if (session.sourcelines().empty()) {
+            err << "velmora-cli run: --trace-basic: '" << options->file
+                << "' is no program compiled from BASIC (a .bas, or a .hex with its .bas, .asm and .lst beside it)\n";
+            return kExitInputError;
+        }
+        basictrace.open(options->tracebasic, std::ios::binary | std::ios::trunc);
+        if (!basictrace) {
+            err << "velmora-cli run: cannot write --trace-basic '" << options->tracebasic << "'\n";
+            return kExitInputError;
+        }
+        run.addhook(HookSlot::SourceTracking, 0, [&basictrace, &lines = session.sourcelines(), last = 0](RunControl& rc) mutable {
+            const int line = lines.lineat(rc.machine().pc);
+            if (line == 0 || line == last) return;
+            last = line;
+            basictrace << rc.machine().totalcycles << '\t' << line << '\n';
+        });
+    }
     RunIo io(m, out, options->inputs, std::move(uartbytes));
     io.attach(run, trace.isopen() ? &trace : nullptr);
     // The closing summary comes after the last bytes, as on a terminal that shows both.
@@ -133,6 +152,10 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     io.finish();
     if (trace.isopen() && !trace.finish(m)) {
         err << "velmora-cli run: cannot write --vcd '" << options->vcd << "'\n";
+        return kExitInputError;
+    }
+    if (basictrace.is_open() && !(basictrace.flush() && basictrace)) {
+        err << "velmora-cli run: cannot write --trace-basic '" << options->tracebasic << "'\n";
         return kExitInputError;
     }
     if (!devices.closelog()) {

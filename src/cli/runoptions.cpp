@@ -187,6 +187,9 @@ const CommandText& runtext() {
         "                          BAS=FILE takes the wiring from a BASIC program's Define lines\n"
         "  --device-log PATH       write one line per change of the wired devices to PATH:\n"
         "                          CYCLE<tab>DEVICE<tab>WHAT, e.g. 52114<tab>lcd<tab>data 48\n"
+        "  --trace-basic PATH      write the BASIC line of every statement the program reaches to\n"
+        "                          PATH: CYCLE<tab>LINE, a line again only after another one; for\n"
+        "                          a .bas, or a .hex with its .bas, .asm and .lst beside it\n"
         "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
         "                          and the EEPROM rows that are not erased\n"
         "  --dump-format text|json the dump as text (default) or as one line of JSON after the\n"
@@ -202,7 +205,7 @@ const CommandText& runtext() {
 std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error) {
     std::vector<std::string> valued = {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
                                        "--uart-in", "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd",
-                                       "--vcd-pins", "--dump-format", "--device-log"};
+                                       "--vcd-pins", "--dump-format", "--device-log", "--trace-basic"};
     for (const DeviceKind& kind : devicekinds()) valued.push_back(kind.option);
     const ParsedArgs parsed = parseargs(args, valued, {"--dump", "--infinite-loop-stop"});
     RunOptions o;
@@ -304,6 +307,13 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
             return std::nullopt;
         }
         o.devicelog = *log;
+    }
+    if (const auto trace = parsed.value("--trace-basic")) {
+        if (trace->empty()) {
+            error = "--trace-basic needs a file name";
+            return std::nullopt;
+        }
+        o.tracebasic = *trace;
     }
     std::stable_sort(o.inputs.begin(), o.inputs.end(),
                      [](const ScheduledInput& a, const ScheduledInput& b) { return a.cycle < b.cycle; });

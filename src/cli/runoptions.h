@@ -47,6 +47,7 @@ struct RunOptions {
     std::vector<ScheduledInput> inputs;  // sorted by cycle, command-line order within a cycle
     std::vector<DeviceRequest> devices;  // command-line order, at most one of each kind
     std::string devicelog;               // empty: no change log
+    std::string tracebasic;              // empty: no BASIC line trace
 };
 
 // Reads the arguments after "run". On failure returns nothing and sets `error`.

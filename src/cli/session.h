@@ -11,6 +11,7 @@
 #include "core/machine.h"
 #include "core/memorysettings.h"
 #include "core/runcontrol.h"
+#include "debug/sourcemap.h"
 #include "models/modelfile.h"
 
 namespace velmora {
@@ -51,6 +52,8 @@ public:
     // Loads a program for the selected model by its kind (see programinput.h); false after
     // printing why not, naming the file.
     bool loadprogram(const std::string& path);
+    // The BASIC line map of the loaded program; empty unless it was compiled from BASIC.
+    const SourceMap& sourcelines() const { return sourcelines_; }
 
 private:
     std::ostream& err_;
@@ -60,6 +63,7 @@ private:
     MemorySettings settings_;
     ModelDefinitions definitions_;
     std::unique_ptr<RunControl> run_;
+    SourceMap sourcelines_;
 };
 
 // Folder of the at*.cfg model files.

@@ -127,9 +127,13 @@ struct BasicRun {
 
     struct NotStarted {};
     // Compiles and assembles; `start()` then runs the program, as often as a test likes.
-    BasicRun(const std::string& source, const std::string& model, NotStarted, long maxsteps = 1000000)
+    // `mhz` compiles for that clock, as the main window's clock field gives it.
+    BasicRun(const std::string& source, const std::string& model, NotStarted, long maxsteps = 1000000,
+             double mhz = 0)
         : maxsteps_(maxsteps) {
-        const BasicCompileResult compiled = compilebasic(source, model);
+        BasicModel basic = basicmodel(model);
+        if (mhz > 0) basic.clockmhz = mhz;
+        const BasicCompileResult compiled = basiccompile(source, basic, CompileOptions{});
         EXPECT_TRUE(compiled.ok) << compiled.error;
         AsmContext assembled = assemblegenerated(compiled.asmtext, model);
         EXPECT_EQ(assembled.asmerrors, 0);

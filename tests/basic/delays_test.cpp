@@ -103,10 +103,13 @@ TEST(BasicDelays, RoutinesAreWrittenOnceInTheirPlace) {
                                                   "; Waitus Routine - Word Argument"}));
 }
 
-// Cycles the statement adds to a program, on the simulator.
-uint64_t cyclesof(const std::string& model, const std::string& before, const std::string& statement) {
-    BasicRun with(before + statement + "\r\n", model, 5000000);
-    BasicRun without(before, model, 5000000);
+// Cycles the statement adds to a program, on the simulator; `mhz` is the clock of the compile
+// when no Define sets it.
+uint64_t cyclesof(const std::string& model, const std::string& before, const std::string& statement, double mhz = 0) {
+    BasicRun with(before + statement + "\r\n", model, BasicRun::NotStarted{}, 50000000, mhz);
+    BasicRun without(before, model, BasicRun::NotStarted{}, 50000000, mhz);
+    with.start();
+    without.start();
     return with.m.totalcycles - without.m.totalcycles;
 }
 
@@ -140,12 +143,36 @@ TEST(BasicDelays, WaitsTakeTheCyclesWorkedOutFromTheInstructionTable) {
         {"ATmega328P", "", "WaitUs 1000", 797 * 5 + 11},
         // 20 MHz, 256: value 65536 - 397 = 65139, step 256, k = 15: p = 255.
         {"ATmega328P", "Define CLOCK_FREQUENCY = 20\r\n", "WaitUs 256", 255 * 20 + 11},
+        // 10 MHz, 200: value 51200 - round(1.4 x 256 = 358.4) = 50842, step round(102.4) = 102:
+        // p = 498 + 1 = 499.
+        {"ATmega328P", "Define CLOCK_FREQUENCY = 10\r\n", "WaitUs 200", 4 * 499 + 10},
+        // 16 MHz, 1000: c = 27, value 256000 - 432 = 255568, k = 11, step 256: p = 998 + 1 = 999.
+        {"ATmega328P", "Define CLOCK_FREQUENCY = 16\r\n", "WaitUs 1000", 999 * 16 + 11},
+        // 16 MHz, WaitMs: K = (16000 - 12) div 4 = 3997, 4K + 12 = 16000 a millisecond.
+        {"ATmega328P", "Define CLOCK_FREQUENCY = 16\r\n", "WaitMs 2", 2 * 16000 + 12},
         // A Byte variable b = 10 in a register: MOV, RCALL, CLR, two LDI, 11 rounds, RET.
         {"ATmega328P", "Dim b As Byte\r\nb = 10\r\n", "WaitUs b", 1 + 3 + 1 + 2 + (4 * 11 - 1) + 4},
     };
     for (const auto& row : rows)
         EXPECT_EQ(cyclesof(row.model, row.before, row.statement), row.cycles)
             << row.model << ": " << row.before << row.statement;
+}
+
+// A clock of no whole megahertz, F = 3.6864 (single precision), Int(F) = 3: WaitMs counts with
+// Int(F), the WaitUs forms with F itself, so the waits are off the clock by design.
+TEST(BasicDelays, AFractionalClockUsesItsWholeMegahertzForMilliseconds) {
+    const struct {
+        const char* statement;
+        uint64_t cycles;
+    } rows[] = {
+        // K = (3000 - 12) div 4 = 747, 4K + 12 = 3000 a millisecond at the compile's 3 MHz.
+        {"WaitMs 2", 2 * 3000 + 12},
+        // value 2560 - round(14 / 3.6864 x 256 = 972.2) = 1588, step round(277.8) = 278: p = 5 + 1.
+        {"WaitUs 10", 4 * 6 + 10},
+        // c = 16, value 76800 - round(1111.1) = 75689, k = 0, step round(347.2) = 347: p = 218 + 1.
+        {"WaitUs 300", 219 * 5 + 11},
+    };
+    for (const auto& row : rows) EXPECT_EQ(cyclesof("ATmega328P", "", row.statement, 3.6864), row.cycles) << row.statement;
 }
 
 TEST(BasicPins, PinsMoveOnTheSimulator) {

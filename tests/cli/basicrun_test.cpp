@@ -1,0 +1,88 @@
+// BASIC programs through velmora-cli run: the line trace follows loops, Gosub and If branches
+// as worked out from the programs; Adcin reads what --analog puts on a channel; Write and
+// Read go through the EEPROM the dump shows.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "cli/commands.h"
+#include "inprocess.h"
+#include "support/tempfolder.h"
+
+namespace velmora::test {
+namespace {
+
+std::string writeprogram(const TempFolder& folder, const std::string& name, const std::string& text) {
+    const std::string path = (folder / name).string();
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+// The LINE column of a trace file, blank-separated.
+std::string tracedlines(const std::string& path) {
+    std::ifstream file(path);
+    std::string cycle, line, lines;
+    while (file >> cycle >> line) lines += (lines.empty() ? "" : " ") + line;
+    return lines;
+}
+
+TEST(CliTraceBasic, LinesFollowTheControlFlow) {
+    const struct {
+        const char* name;
+        const char* source;
+        const char* lines;
+    } rows[] = {
+        // The Dims make no code; the body runs three times; Next jumps back to the body.
+        {"For loop", "Dim i As Byte\r\nDim s As Byte\r\nFor i = 1 To 3\r\ns = s + i\r\nNext i\r\nEnd\r\n",
+         "3 4 5 4 5 4 5 6"},
+        // The label line has no code of its own: its statement is line 11. Return lands on line
+        // 4; a = 6 takes the Then branch, whose end jumps (line 6, Else) past the Else branch to
+        // Endif, which shares End's address: line 9.
+        {"Gosub and If", "Dim a As Byte\r\na = 5\r\nGosub sub\r\nIf a = 6 Then\r\na = 7\r\nElse\r\na = 8\r\nEndif\r\n"
+                         "End\r\nsub:\r\na = a + 1\r\nReturn\r\n",
+         "2 3 11 12 4 5 6 9"},
+        // While tests at its top: twice true, then false to the line after Wend.
+        {"While", "Dim n As Byte\r\nn = 2\r\nWhile n > 0\r\nn = n - 1\r\nWend\r\nEnd\r\n", "2 3 4 5 3 4 5 3 6"},
+        // A one-line If whose test fails goes straight on.
+        {"one-line If", "Dim a As Byte\r\nIf a = 1 Then a = 2\r\na = 3\r\nEnd\r\n", "2 3 4"},
+    };
+    for (const auto& row : rows) {
+        TempFolder folder;
+        const std::string program = writeprogram(folder, "prog.bas", row.source);
+        const std::string trace = (folder / "prog.trace").string();
+        const CliResult run = runinprocess(
+            {"run", "--model", "ATmega328P", "--infinite-loop-stop", "--trace-basic", trace, program});
+        EXPECT_EQ(run.code, kExitInfiniteLoop) << row.name << "\n" << run.err;
+        EXPECT_EQ(tracedlines(trace), row.lines) << row.name;
+    }
+}
+
+TEST(CliTraceBasic, NeedsAProgramCompiledFromBasic) {
+    TempFolder folder;
+    const std::string hex = writeprogram(folder, "plain.hex", ":020000000000FE\r\n:00000001FF\r\n");
+    const CliResult run = runinprocess({"run", "--trace-basic", (folder / "t").string(), hex});
+    EXPECT_EQ(run.code, kExitInputError);
+    EXPECT_NE(run.err.find("is no program compiled from BASIC"), std::string::npos) << run.err;
+    EXPECT_EQ(runinprocess({"run", "--trace-basic=", hex}).code, kExitUsage);
+}
+
+TEST(CliBasicRun, AdcinReadsTheAnalogOptionAndTheEepromKeepsWhatWasWritten) {
+    TempFolder folder;
+    const std::string program =
+        writeprogram(folder, "adc.bas",
+                     "Dim w As Word\r\nDim b As Byte\r\nDim e As Byte\r\nHseropen\r\nAdcin 3, w\r\nAdcin 3, b\r\n"
+                     "Write 16, b\r\nRead 16, e\r\nHserout #w, \" \", #b, \" \", #e\r\nASM: SLEEP\r\n");
+    for (const char* model : {"ATmega328P", "ATmega32"}) {
+        const CliResult run = runinprocess({"run", "--model", model, "--analog", "3=513", "--dump", program});
+        EXPECT_EQ(run.code, kExitSleep) << model << "\n" << run.err;
+        // 513 in ten bits; its upper eight bits 513 / 4 = 128.
+        EXPECT_EQ(run.out.substr(0, 11), "513 128 128") << model;
+        // EEPROM row 0x10 holds 0x80 in its first byte, the rest erased.
+        EXPECT_NE(run.out.find("0010: 80 FF FF FF"), std::string::npos) << model << "\n" << run.out;
+    }
+}
+
+}  // namespace
+}  // namespace velmora::test
