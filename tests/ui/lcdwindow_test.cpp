@@ -1,7 +1,9 @@
 // The LCD Module window: opened from the Tools menu, wired through its setup panel, showing
 // what a program writes over the pins; the error indicator; Select Pin and Select Option.
 
+#include <QAction>
 #include <QListWidget>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "devices/lcdpaint.h"
@@ -80,6 +82,40 @@ private slots:
         QVERIFY(ui.session.lcd() && ui.session.lcd() != view);
         QVERIFY(ui.model().registry().isopen(windows::kLcd));
         QCOMPARE(ui.m().observers.size(), size_t(1));
+    }
+
+    // A BASIC program compiled in the BASIC Compiler window, its wiring taken by the LCD Module
+    // from the program's Define lines, and its text on the panel after a run.
+    void basicProgramWritesToTheWindow() {
+        UiSession ui("lcdbasic");
+        QVERIFY(ui.session.start());
+        ui.model().simulation().modelselect(modelindex(ui.model(), "ATmega32"));
+        ui.trigger("menubasic");
+        BasicCompilerWindowView* basic = ui.session.basiccompiler();
+        QVERIFY(basic);
+        QTemporaryDir dir;
+        basic->sourceeditor()->setPlainText(
+            "Define LCD_LINES = 2\nDefine LCD_CHARS = 16\nDefine LCD_DREG = PORTC\nDefine LCD_DBIT = 0\n"
+            "Dim w As Word\nw = 2026\nLcdinit\nLcdout \"Hello\", #w\nEnd\n");
+        ui.input.savepath = dir.filePath("hello.bas").toStdString();
+        QAction* load = basic->action("menucompileassembleload");
+        QVERIFY(load);
+        load->trigger();
+        QCOMPARE(ui.model().qprogram(), dir.filePath("hello.hex").toStdString());
+
+        ui.wiring.yes = true;  // the wiring of the program's Define lines
+        ui.trigger("menulcd");
+        LcdWindowView* view = ui.session.lcd();
+        QVERIFY(view);
+        QCOMPARE(view->setuplabel(LcdSetupItem::DataLines)->text(), QString("Data Lines ---> PORTC"));
+        QCOMPARE(view->setuplabel(LcdSetupItem::Interface)->text(), QString("Interface: 4-bit, Low"));
+        ui.trigger("menuinfinite");  // End's jump to itself ends the run
+        ui.trigger("menuspeed6");
+        ui.trigger("menustart");
+        QVERIFY(!ui.m().simulationrunning);
+        ui.window().flush();
+        const LcdModule& lcd = view->lcd().module();
+        QCOMPARE(lcdtextrows(lcd.state, 2, 16), (std::vector<std::string>{"Hello2026       ", "                "}));
     }
 
     void errorIndicatorShowsAndExplains() {
