@@ -3,6 +3,9 @@
 
 #include <random>
 
+#include "basic/emit.h"
+#include "basic/routines.h"
+#include "basic/symbols.h"
 #include "basicfixture.h"
 
 namespace velmora::test {
@@ -91,6 +94,28 @@ TEST(BasicRoutines, WrittenOnceInTableOrderBehindTheProgram) {
     }
     EXPECT_EQ(text.find("; Long Multiplication Routine"), std::string::npos);
     EXPECT_EQ(text.find("; ShiftRight Routine"), std::string::npos);
+}
+
+// A routine asked for inside an interrupt routine lands in the interrupt text too, so the
+// registers it touches are saved there; one asked for outside does not.
+TEST(BasicRoutines, InterruptSideRequestsReachTheInterruptText) {
+    CompileContext ctx;
+    ctx.model = &basicmodel("ATmega32");
+    loadsystemsymbols(ctx);
+    ctx.ininterrupt = true;
+    requestroutine(ctx, kRoutineDivide);
+    requestroutine(ctx, kRoutineWaitUsByte);
+    ctx.ininterrupt = false;
+    requestroutine(ctx, kRoutineMultiply);
+    emitroutines(ctx);
+    const struct {
+        const char* instruction;
+        bool saved;
+    } rows[] = {{"SUB R21,R21", true}, {"SBC R21,R19", true}, {"SBC R17,R20", true}, {"ADC R21,R17", false},
+                {"LDI R22,0x10", false}};
+    for (const auto& row : rows)
+        EXPECT_EQ(ctx.interrupttext.find(row.instruction) != std::string::npos, row.saved) << row.instruction;
+    EXPECT_FALSE(ctx.ininterrupt);
 }
 
 TEST(BasicRoutines, GivenTextsAreExact) {
