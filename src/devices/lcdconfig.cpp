@@ -27,6 +27,14 @@ int lcdtypeindex(int lines, int chars) {
     return -1;
 }
 
+bool parselcddelay(const std::string& text, int& delay) {
+    char* end = nullptr;
+    const long value = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || value < kLcdMinDelay || value > kLcdMaxDelay) return false;
+    delay = static_cast<int>(value);
+    return true;
+}
+
 namespace {
 
 // A whole number in [low, high] written as text; anything else gives the fallback.

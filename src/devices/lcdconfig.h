@@ -50,6 +50,8 @@ extern const std::array<LcdColors, 4> kLcdColorSchemes;
 
 // Busy delays are whole microseconds in this range.
 inline constexpr int kLcdMinDelay = 20, kLcdMaxDelay = 5000;
+// A delay typed or given as text; false (and `delay` unchanged) for anything else.
+bool parselcddelay(const std::string& text, int& delay);
 
 // Reads the settings; a value out of its range gives its default (and a type that is not one
 // of the seven gives 2 x 16).

@@ -12,14 +12,6 @@ namespace velmora {
 
 namespace {
 
-bool parsedelay(const std::string& text, int& delay) {
-    char* end = nullptr;
-    const long value = std::strtol(text.c_str(), &end, 10);
-    if (text.empty() || *end != '\0' || value < kLcdMinDelay || value > kLcdMaxDelay) return false;
-    delay = static_cast<int>(value);
-    return true;
-}
-
 // "PORTB" or "PORTB.4" / "PORTB.0" for the data lines.
 bool parsedata(const std::string& text, LcdConfig& c) {
     if (const int port = portcodeof(text)) {
@@ -87,7 +79,7 @@ std::optional<LcdConfig> parselcdspec(std::string_view spec, std::string& error)
             bits = item.value == "8" ? 8 : 4;
         } else if (item.key == "INIT" || item.key == "CMD" || item.key == "DATA") {
             int& delay = item.key == "INIT" ? c.busyinit : item.key == "CMD" ? c.busycmd : c.busydata;
-            if (!parsedelay(item.value, delay)) return bad("expected whole microseconds from 20 to 5000");
+            if (!parselcddelay(item.value, delay)) return bad("expected whole microseconds from 20 to 5000");
         } else if (item.key == "BAS") {
             if (!readbasic(item.value, c, error)) return std::nullopt;
         } else {

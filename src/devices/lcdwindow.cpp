@@ -34,14 +34,6 @@ const DelayPrompt kDelayPrompts[] = {
     {"Please enter new data busy delay", "(defaule value: 46 \xC2\xB5s)", &LcdConfig::busydata},
 };
 
-bool parsedelay(const std::string& text, int& value) {
-    char* end = nullptr;
-    const long number = std::strtol(text.c_str(), &end, 10);
-    if (text.empty() || *end != '\0' || number < kLcdMinDelay || number > kLcdMaxDelay) return false;
-    value = static_cast<int>(number);
-    return true;
-}
-
 }  // namespace
 
 LcdWindow::LcdWindow(Machine& m, SettingsAccess& settings, Messenger& messenger, WiringDialogs& dialogs)
@@ -172,7 +164,7 @@ void LcdWindow::setdelays() {
         const auto answer = dialogs_.inputbox(std::string(prompt.prompt) + "\n" + prompt.defaultline,
                                               std::to_string(lcd_.config.*prompt.value));
         if (!answer) return;
-        if (!parsedelay(*answer, entered.*prompt.value)) {
+        if (!parselcddelay(*answer, entered.*prompt.value)) {
             messenger_.show("Wrong entry!", MessageKind::Exclamation);
             return;
         }

@@ -48,7 +48,7 @@ void DesktopSession::registerviews() {
     for (const PackageLayout& layout : packagelayouts()) {
         WindowActions actions;
         actions.open = [this, layout] {
-            if (view_ && view_->windownumber() == layout.window) {
+            if (view_ && !view_->unloaded() && view_->windownumber() == layout.window) {
                 view_->raise();
                 view_->activateWindow();
                 return;

@@ -1,11 +1,8 @@
 #include "ui/microcontrollerviewwindow.h"
 
-#include <QCloseEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include "shell/messagepolicy.h"
@@ -23,7 +20,7 @@ constexpr int kViewHookOrder = 17;
 
 MicrocontrollerViewWindow::MicrocontrollerViewWindow(MainWindowModel& model, PinAccess& pins, int window,
                                                      bool compact, QWidget* parent)
-    : QWidget(parent, Qt::Window), model_(model), view_(model.machine(), pins), window_(window) {
+    : ToolWindow(model, window, parent), view_(model.machine(), pins) {
     setObjectName(QString("microcontrollerview%1").arg(window));
     readoptions();
     view_.rebuild(readpinfilters(model_.settings()));
@@ -54,16 +51,9 @@ MicrocontrollerViewWindow::MicrocontrollerViewWindow(MainWindowModel& model, Pin
     connect(help, &QPushButton::clicked, this, [this] {
         model_.messenger().show(MicrocontrollerView::helptext(), MessageKind::Information);
     });
-    ontop_ = new QCheckBox("Always On Top");
-    ontop_->setChecked(startontop(model_.settings(), window_));
-    connect(ontop_, &QCheckBox::toggled, this, [this](bool on) {
-        saveontop(model_.settings(), window_, on);
-        setWindowFlag(Qt::WindowStaysOnTopHint, on);
-        show();
-    });
     controls->addWidget(allanalog_);
     controls->addStretch();
-    controls->addWidget(ontop_);
+    controls->addWidget(makeontopbox());
     controls->addWidget(help);
     inner->addLayout(controls);
 
@@ -114,21 +104,13 @@ MicrocontrollerViewWindow::MicrocontrollerViewWindow(MainWindowModel& model, Pin
 
     body->setStyleSheet(themestylesheet(model_.theme));
     package_->settheme(model_.theme);
-    if (const auto place = startposition(model_.settings(), window_))
-        move(place->x, place->y);
-    else if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - QPoint(sizeHint().width() / 2, sizeHint().height() / 2));
-    setWindowFlag(Qt::WindowStaysOnTopHint, ontop_->isChecked());
+    placeonscreen();
     hook_ = model_.run().addhook(HookSlot::Window, kViewHookOrder, [this](RunControl&) { refreshpic(); });
-    model_.registry().setopen(window_, true);
     refreshpic(true);
 }
 
 MicrocontrollerViewWindow::~MicrocontrollerViewWindow() {
-    if (!unloaded_) {
-        model_.run().removehook(hook_);
-        model_.registry().setopen(window_, false);
-    }
+    if (!unloaded()) model_.run().removehook(hook_);
 }
 
 void MicrocontrollerViewWindow::readoptions() {
@@ -184,19 +166,7 @@ void MicrocontrollerViewWindow::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-void MicrocontrollerViewWindow::unload() {
-    if (unloaded_) return;
-    unloaded_ = true;
-    saveposition(model_.settings(), window_, {pos().x(), pos().y()});
-    model_.run().removehook(hook_);
-    model_.registry().setopen(window_, false);
-    hide();
-    deleteLater();
-}
+void MicrocontrollerViewWindow::unloading() { model_.run().removehook(hook_); }
 
-void MicrocontrollerViewWindow::closeEvent(QCloseEvent* event) {
-    unload();
-    event->accept();
-}
 
 }  // namespace velmora

@@ -13,25 +13,23 @@
 #include "shell/mainwindowmodel.h"
 #include "ui/clicklabel.h"
 #include "ui/packagewidget.h"
+#include "ui/toolwindow.h"
 
 namespace velmora {
 
-class MicrocontrollerViewWindow : public QWidget {
+class MicrocontrollerViewWindow : public ToolWindow {
     Q_OBJECT
 public:
     MicrocontrollerViewWindow(MainWindowModel& model, PinAccess& pins, int window, bool compact,
                               QWidget* parent = nullptr);
     ~MicrocontrollerViewWindow() override;
 
-    int windownumber() const { return window_; }
     MicrocontrollerView& view() { return view_; }
     PackageWidget* package() const { return package_; }
     QGroupBox* analogpanel() const { return panel_; }
     QCheckBox* allanalog() const { return allanalog_; }
     // The run loop's hook, and the refresh after a reset or an option change.
     void refreshpic(bool force = false);
-    // Closes the window for good, saving its place.
-    void unload();
     void showlegend();
 
 signals:
@@ -40,25 +38,21 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
+    void unloading() override;
 
 private:
     void pinclicked(int pin, Qt::MouseButton button);
     void showpanel();
     void readoptions();
 
-    MainWindowModel& model_;
     MicrocontrollerView view_;
-    int window_;
     int hook_ = 0;
     PackageWidget* package_;
     QCheckBox* allanalog_;
-    QCheckBox* ontop_;
     QGroupBox* panel_;
     QLabel* panelcaption_;
     ClickLabel* panelvalue_;
     QSlider* slider_;
-    bool unloaded_ = false;
 };
 
 }  // namespace velmora
