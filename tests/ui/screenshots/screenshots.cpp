@@ -131,7 +131,9 @@ int main(int argc, char* argv[]) {
     // three times the panel; then with the setup panel open on the dark scheme.
     settings.putsetting("LCD R/W Line Port", "6");
     settings.putsetting("LCD R/W Line Bit", "1");
-    session.loadprogram(VELMORA_SOURCE_DATA_DIR "/../tests/devices/data/lcd4bit.hex");
+    input.answers = {std::string("8")};
+    session.window().runcommand("menuclock");
+    session.loadprogram(VELMORA_SOURCE_DATA_DIR "/../tests/firmware/hex/lcdpoll-atmega32.hex");
     session.window().runcommand("menulcd");
     LcdWindowView* lcd = session.lcd();
     if (!lcd) return 1;
