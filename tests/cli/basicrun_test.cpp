@@ -1,6 +1,6 @@
 // BASIC programs through velmora-cli run: the line trace follows loops, Gosub and If branches
 // as worked out from the programs; Adcin reads what --analog puts on a channel; Write and
-// Read go through the EEPROM the dump shows.
+// Read go through the EEPROM the dump shows; Lcdout reaches the LCD module --lcd wires.
 
 #include <gtest/gtest.h>
 
@@ -82,6 +82,16 @@ TEST(CliBasicRun, AdcinReadsTheAnalogOptionAndTheEepromKeepsWhatWasWritten) {
         // EEPROM row 0x10 holds 0x80 in its first byte, the rest erased.
         EXPECT_NE(run.out.find("0010: 80 FF FF FF"), std::string::npos) << model << "\n" << run.out;
     }
+}
+
+TEST(CliBasicRun, LcdoutShowsOnTheWiredModule) {
+    TempFolder folder;
+    const std::string program = writeprogram(folder, "hello.bas",
+                                             "Define LCD_LINES = 2\r\nDefine LCD_CHARS = 16\r\nDim w As Word\r\n"
+                                             "w = 65535\r\nLcdinit\r\nLcdout \"Hello\", #w\r\nASM: SLEEP\r\n");
+    const CliResult run = runinprocess({"run", "--model", "ATmega32", "--lcd", "BAS=" + program, program});
+    EXPECT_EQ(run.code, kExitSleep) << run.err;
+    EXPECT_EQ(run.out, "lcd:\n|Hello65535      |\n|                |\n");
 }
 
 }  // namespace
