@@ -1,148 +1,143 @@
-// Listings of a small program in the three layouts, worked out by hand, and the label
-// rules: numbering by first reference, targets outside the program, labels on second words.
+// Listings in the three layouts, worked out by hand (data/listings.txt), the label rules on
+// single words, and the round trip of the listing without opcodes through avra.
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "core/machine.h"
 #include "core/testmachine.h"
+#include "disassembler/disasmlabels.h"
 #include "disassembler/disasmlisting.h"
+#include "support/datafile.h"
+#include "support/tempfolder.h"
 
 namespace velmora::test {
 namespace {
 
-using Rows = std::vector<std::string>;
+const std::string kAddressHeader =
+    "-----------------------------------\r\nAVR DISASSEMBLER LISTING\r\nAddress Opcode  Instruction\r\n"
+    "-----------------------------------\r\n";
+const std::string kLabelHeader =
+    ";-----------------------------------\r\n;AVR DISASSEMBLER LISTING\r\n;Label  Instruction\r\n"
+    ";-----------------------------------\r\n";
 
-const Rows kAddressHeader = {"-----------------------------------", "AVR DISASSEMBLER LISTING",
-                             "Address Opcode  Instruction", "-----------------------------------"};
-const Rows kLabelHeader = {";-----------------------------------", ";AVR DISASSEMBLER LISTING",
-                           ";Label  Instruction", ";-----------------------------------"};
-
-// The header and the rows, each ended by CR LF.
-std::string listing(const Rows& header, const Rows& rows) {
-    std::string text;
-    for (const Rows* part : {&header, &rows})
-        for (const std::string& row : *part) text += row + "\r\n";
-    return text;
-}
-
-Machine loaded(const std::vector<uint16_t>& words) {
+Machine loaded(const std::vector<uint16_t>& words, int bytes = -1) {
     Machine m;
-    configurebaremachine(m);  // names SREG, SPH, SPL
+    configurebaremachine(m);  // names SREG, SPH and SPL; every other I/O address stays numeric
     loadwords(m, words);
-    m.programbytes = static_cast<int>(words.size()) * 2;
+    m.programbytes = bytes < 0 ? static_cast<int>(words.size()) * 2 : bytes;
     return m;
 }
 
-// Word  0 BREQ -3 (before the program)   1 CALL 9          3 RJMP -1 (itself)
-//       4 LDS R16,$0100                   6 unknown         7 RCALL to word 5 (LDS's second word)
-//       8 OUT SREG,R16   9 RET   10 BRNE +20 (past the end)   11 RJMP to 0   12 JMP $FFFF (past the end)
-const std::vector<uint16_t> kProgram = {0xF3E9, 0x940E, 0x0009, 0xCFFF, 0x9100, 0x0100, 0xFFFF,
-                                        0xDFFD, 0xBF0F, 0x9508, 0xF4A1, 0xCFF4, 0x940C};
-
-TEST(Listing, NormalLayout) {
-    const Rows rows = {
-        "000000  F3E9    L4:\tBREQ -3",   "000001  940E    \tCALL L1",      "000002  0009",
-        "000003  CFFF    L2:\tRJMP L2",   "000004  9100    \tLDS R16,$0100", "000005  0100",
-        "000006  FFFF    \tUNRECOGNIZED", "000007  DFFD    \tRCALL L3",     "000008  BF0F    \tOUT SREG,R16",
-        "000009  9508    L1:\tRET",       "00000A  F4A1    \tBRNE 20",      "00000B  CFF4    \tRJMP L4",
-        "00000C  940C    \tJMP $FFFF",
+TEST(Listing, HandWorkedListings) {
+    struct Case {
+        std::string name;
+        ListingLayout layout;
+        Machine m;
+        std::string expected;
     };
-    EXPECT_EQ(disasmfile(loaded(kProgram), ListingLayout::Normal), listing(kAddressHeader, rows));
-}
-
-TEST(Listing, WithoutOpcodesLayout) {
-    const Rows rows = {
-        "L4:\tBREQ -3", "\tCALL L1",     "L2:\tRJMP L2", "\tLDS R16,$0100", "\t.DW $FFFF ;UNRECOGNIZED",
-        "\tRCALL L3",   "\tOUT SREG,R16", "L1:\tRET",    "\tBRNE 20",       "\tRJMP L4",
-        "\tJMP $FFFF",
-    };
-    EXPECT_EQ(disasmfile(loaded(kProgram), ListingLayout::WithoutOpcodes), listing(kLabelHeader, rows));
-}
-
-TEST(Listing, PlainLayoutHasNoLabelsAndNoTab) {
-    const Rows rows = {
-        "000000  F3E9    BREQ -3",      "000001  940E    CALL $0009", "000002  0009",
-        "000003  CFFF    RJMP -1",      "000004  9100    LDS R16,$0100", "000005  0100",
-        "000006  FFFF    UNRECOGNIZED", "000007  DFFD    RCALL -3",   "000008  BF0F    OUT SREG,R16",
-        "000009  9508    RET",          "00000A  F4A1    BRNE 20",    "00000B  CFF4    RJMP -12",
-        "00000C  940C    JMP $FFFF",
-    };
-    EXPECT_EQ(disasmfile(loaded(kProgram), ListingLayout::Plain), listing(kAddressHeader, rows));
+    std::vector<Case> cases;
+    for (const DataRow& row : datarows("listings.txt")) {
+        if (!row.text.starts_with("= ")) {
+            ASSERT_FALSE(cases.empty()) << "line " << row.line << " belongs to no case";
+            cases.back().expected += row.text + "\r\n";
+            continue;
+        }
+        std::istringstream in(row.text.substr(2));
+        std::string name, layout, bytes;
+        in >> name >> layout >> bytes;
+        std::vector<uint16_t> words;
+        for (std::string word; in >> word;) words.push_back(static_cast<uint16_t>(std::stoi(word, nullptr, 16)));
+        const ListingLayout l = layout == "Normal"  ? ListingLayout::Normal
+                                : layout == "Plain" ? ListingLayout::Plain
+                                                    : ListingLayout::WithoutOpcodes;
+        cases.push_back({name + " " + layout + " (line " + std::to_string(row.line) + ")", l,
+                         loaded(words, bytes == "-" ? -1 : std::stoi(bytes)),
+                         l == ListingLayout::WithoutOpcodes ? kLabelHeader : kAddressHeader});
+    }
+    EXPECT_GE(cases.size(), 10u);
+    for (const Case& c : cases) EXPECT_EQ(disasmfile(c.m, c.layout), c.expected) << c.name;
 }
 
 TEST(Listing, PlainFlagOverridesTheSettingButUnknownWordsFollowIt) {
     const Machine m = loaded({0xCFFF, 0xFFFF});
     EXPECT_EQ(disasmlisting(m, true, true),
-              listing(kAddressHeader, {"000000  CFFF    RJMP -1", "000001  FFFF    .DW $FFFF ;UNRECOGNIZED"}));
+              kAddressHeader + "000000  CFFF    RJMP -1\r\n000001  FFFF    .DW $FFFF ;UNRECOGNIZED\r\n");
     EXPECT_EQ(disasmlisting(m, false, true), disasmfile(m, ListingLayout::WithoutOpcodes));
     EXPECT_EQ(disasmlisting(m, false, false), disasmfile(m, ListingLayout::Normal));
 }
 
-TEST(Listing, RjmpToItselfAtWordTenIsLabelOne) {
-    std::vector<uint16_t> words(10, 0x0000);
-    words.push_back(0xCFFF);
-    const Machine m = loaded(words);
-    const std::string normal = disasmfile(m, ListingLayout::Normal);
-    EXPECT_NE(normal.find("\r\n00000A  CFFF    L1:\tRJMP L1\r\n"), std::string::npos) << normal;
-    EXPECT_NE(disasmfile(m, ListingLayout::WithoutOpcodes).find("\r\nL1:\tRJMP L1\r\n"), std::string::npos);
-}
-
-TEST(Listing, LabelsAreNumberedByFirstReferenceNotByAddress) {
-    // Word 0 refers to word 4 first, then word 1 to word 3 and word 2 to word 4 again.
-    const Machine m = loaded({0xC003, 0xF009, 0xF409, 0x0000, 0x0000});
-    EXPECT_EQ(disasmfile(m, ListingLayout::WithoutOpcodes),
-              listing(kLabelHeader, {"\tRJMP L1", "\tBREQ L2", "\tBRNE L1", "L2:\tNOP", "L1:\tNOP"}));
-}
-
-TEST(Listing, TargetsJustInsideAndJustOutside) {
-    // RJMP +1 at word 0 reaches the last word; at word 1 one past it; BREQ -4 at word 2 reaches -1.
-    const Machine m = loaded({0xC001, 0xC001, 0xF3E1});
-    EXPECT_EQ(disasmfile(m, ListingLayout::WithoutOpcodes),
-              listing(kLabelHeader, {"\tRJMP L1", "\tRJMP 1", "L1:\tBREQ -4"}));
-}
-
-TEST(Listing, CallsBeyondSixteenBitsAndInsideTheProgram) {
-    const Machine m = loaded({0x940F, 0x0000, 0x940E, 0x0002, 0x9508});
-    EXPECT_EQ(disasmfile(m, ListingLayout::Normal),
-              listing(kAddressHeader, {"000000  940F    \tCALL $010000", "000001  0000", "000002  940E    L1:\tCALL L1",
-                                       "000003  0002", "000004  9508    \tRET"}));
-}
-
-TEST(Listing, TwoWordInstructionAtTheEndTakesItsOperandFromMemory) {
-    Machine m = loaded({0x0000, 0x9100, 0x1234});
-    m.programbytes = 4;  // the operand lies behind the loaded program and gets no row
-    EXPECT_EQ(disasmfile(m, ListingLayout::Plain),
-              listing(kAddressHeader, {"000000  0000    NOP", "000001  9100    LDS R16,$1234"}));
-}
-
-TEST(Listing, EmptyOddAndOversizedPrograms) {
-    Machine m = loaded({});
-    EXPECT_EQ(disasmfile(m, ListingLayout::Normal), listing(kAddressHeader, {}));
-    EXPECT_EQ(disasmfile(m, ListingLayout::WithoutOpcodes), listing(kLabelHeader, {}));
-
-    m = loaded({0x9508, 0x0000});
-    m.programbytes = 3;  // half a word makes no row
-    EXPECT_EQ(disasmfile(m, ListingLayout::Plain), listing(kAddressHeader, {"000000  9508    RET"}));
-
-    m = loaded({0xCFFF});
-    m.programbytes = 1 << 30;  // more than program memory holds: the listing stops at its end
-    const std::string plain = disasmfile(m, ListingLayout::Plain);
+TEST(Listing, AProgramLargerThanMemoryStopsAtItsEnd) {
+    const std::string plain = disasmfile(loaded({0xCFFF}, 1 << 30), ListingLayout::Plain);
     EXPECT_NE(plain.find("003FFF  FFFF    UNRECOGNIZED\r\n"), std::string::npos);
     EXPECT_EQ(plain.find("004000"), std::string::npos);
 }
 
 TEST(Listing, ProgressReportsBothPassesPerWordButSkipsSecondWords) {
-    const Machine m = loaded({0x0000, 0x940C, 0x0000, 0x0000});
     std::vector<std::pair<int, int>> calls;
-    disasmlisting(m, false, false, [&](int pass, int index) { calls.emplace_back(pass, index); });
-    const std::vector<std::pair<int, int>> expected = {{1, 0}, {1, 1}, {1, 3}, {2, 0}, {2, 1}, {2, 3}};
-    EXPECT_EQ(calls, expected);
+    disasmlisting(loaded({0x0000, 0x940C, 0x0000, 0x0000}), false, false,
+                  [&](int pass, int index) { calls.emplace_back(pass, index); });
+    EXPECT_EQ(calls, (std::vector<std::pair<int, int>>{{1, 0}, {1, 1}, {1, 3}, {2, 0}, {2, 1}, {2, 3}}));
     EXPECT_EQ(progresspasstext(2), "Performing pass 2.");
     EXPECT_EQ(progresslinetext(0), "Line 1");
+}
+
+TEST(LabelScan, OnlyBranchesJumpsAndCallsInsideTheProgramTakeLabels) {
+    DisasmLabels labels(8);
+    const struct {
+        int index;
+        uint16_t word, next;
+        const char* before;
+        const char* after;
+    } cases[] = {
+        {0, 0xE0FF, 0, "LDI R31,$FF", "LDI R31,$FF"},  // no target
+        {0, 0x940E, 0x0005, "CALL $0005", "CALL L1"},
+        {1, 0x940C, 0x0005, "JMP $0005", "JMP L1"},    // known target: same name
+        {2, 0xF7EC, 0, "BRGE -3", "BRGE L2"},          // 2 + 1 - 3 = word 0
+        {3, 0xDFFF, 0, "RCALL -1", "RCALL L3"},        // to itself
+        {4, 0xC003, 0, "RJMP 3", "RJMP 3"},            // word 8: one past the end
+        {7, 0xF3BB, 0, "BRVS -9", "BRVS -9"},          // word -1: before the start
+        {7, 0xF3C3, 0, "BRVS -8", "BRVS L2"},
+        {0, 0x940D, 0x0005, "JMP $010005", "JMP $010005"},  // bits above 16 set: far outside
+    };
+    for (const auto& c : cases) {
+        std::string text = c.before;
+        disasmlabelscan(labels, c.index, c.word, c.next, text);
+        EXPECT_EQ(text, c.after) << c.before;
+    }
+    EXPECT_EQ(labels.labelcount, 3);
+    const std::pair<int, const char*> names[] = {{5, "L1"}, {0, "L2"}, {3, "L3"}, {-1, ""}, {8, ""}};
+    for (const auto& [word, name] : names) EXPECT_EQ(labels.at(word), name) << word;
+}
+
+// data/make_roundtrip.sh assembled roundtrip_source.asm with avra, and assembled our listing of
+// that image (roundtrip_listing.asm, checked here to be what we write) with avra again.
+TEST(RoundTrip, ListingWithoutOpcodesReassemblesToTheSameImage) {
+    const std::string data = VELMORA_TEST_DATA_DIR;
+    const std::string image = readfile(data + "/roundtrip_source.bin");
+    ASSERT_GT(image.size(), 100u);
+    Machine m = loaded({}, static_cast<int>(image.size()));
+    ASSERT_LE(image.size(), m.progmem.size());
+    std::copy(image.begin(), image.end(), m.progmem.begin());
+
+    const std::string listing = disasmfile(m, ListingLayout::WithoutOpcodes);
+    if (listing != readfile(data + "/roundtrip_listing.asm")) {
+        const auto actual = std::filesystem::temp_directory_path() / "roundtrip_listing.asm";
+        writefile(actual, listing);
+        ADD_FAILURE() << "the listing differs from roundtrip_listing.asm; ours is in " << actual
+                      << "; if the change is meant, copy it over and run make_roundtrip.sh";
+    }
+    EXPECT_EQ(readfile(data + "/roundtrip_reassembled.bin"), image);
+    // The listing holds every form and label the round trip is for.
+    for (const char* row : {"L4:\tJMP L1\r\n", "\tCALL L2\r\n", "\t.DW $FFFF ;UNRECOGNIZED\r\n",
+                            "\t.DW $0001 ;UNRECOGNIZED\r\n", "\tLDD R8,Y+63\r\n", "\tMOVW R7:R6,R9:R8\r\n",
+                            "\tIN XH,SPH\r\n", "\tSBI $01F,7\r\n", "L2:\tRJMP L2\r\n", "\tLDI ZL,$FF\r\n"})
+        EXPECT_NE(listing.find(row), std::string::npos) << row;
 }
 
 }  // namespace

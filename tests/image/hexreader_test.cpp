@@ -59,22 +59,27 @@ TEST(HexReader, EveryErrorCodeFromAMinimalFile) {
 }
 
 TEST(HexReader, TailsOfTheErrorMessages) {
-    EXPECT_EQ(hexerrortail(1), ": The record does not begin with ':' simbol.");
-    EXPECT_EQ(hexerrortail(8), ": Field 'number of bytes' in the record must contain an even value.");
-    EXPECT_EQ(hexerrortail(9), ": Field 'address' in the record must contain an even value.");
-    EXPECT_EQ(hexerrortail(12), ": Address out of range.");
-    EXPECT_EQ(hexerrortail(13), ": Invalid '02 type' record.");
+    const std::pair<int, const char*> cases[] = {
+        {1, ": The record does not begin with ':' simbol."},
+        {8, ": Field 'number of bytes' in the record must contain an even value."},
+        {9, ": Field 'address' in the record must contain an even value."},
+        {12, ": Address out of range."},
+        {13, ": Invalid '02 type' record."},
+    };
+    for (const auto& [code, tail] : cases) EXPECT_EQ(hexerrortail(code), tail) << code;
     for (int code = 1; code <= 13; ++code) EXPECT_TRUE(hexerrortail(code).starts_with(": ")) << code;
 }
 
 // Inputs that load, or stop at an error, with the bytes that stand afterwards.
-TEST(HexReader, RecordsLineEndsAndTheBytesThatStay) {
-    const struct {
-        const char* why;
-        std::string text;
+TEST(HexReader, RecordsLineEndsAddressesAndTheBytesThatStay) {
+    struct Case {
+        std::string why, text;
         int error, line, highest;
         std::vector<std::pair<size_t, uint8_t>> bytes;
-    } cases[] = {
+        size_t size = 256;
+    };
+    const std::string twobytes = ":010000007788\n:010001007787\n";
+    std::vector<Case> cases = {
         {"odd counts and addresses load as they are", ":03000100AABBCCCB\n", kHexOk, -1, 4,
          {{0, 0xFF}, {1, 0xAA}, {3, 0xCC}}},
         {"comments and empty lines count for line numbers", "; a comment\n\n   \n:0100000055AA\n;\nnot a record\n",
@@ -88,43 +93,26 @@ TEST(HexReader, RecordsLineEndsAndTheBytesThatStay) {
         {"bytes before an error stay", ":0300FE00010203F9\n", kHexOutOfRange, -1, 256, {{254, 0x01}, {255, 0x02}}},
         {"trailing blanks of any length", ":0100000055AA" + std::string(10u << 20, ' ') + "\n", kHexOk, -1, -1,
          {{0, 0x55}}},
+        // The extended addresses add up and stay in force on the next record.
+        {"segment 1000 is byte 65536", ":020000021000EC\n" + twobytes, kHexOk, -1, 65538,
+         {{65536, 0x77}, {65537, 0x77}}, 262144},
+        {"linear 0001 is byte 65536", ":020000040001F9\n" + twobytes, kHexOk, -1, 65538,
+         {{65536, 0x77}, {65537, 0x77}}, 262144},
+        {"segment and linear at once", ":020000021000EC\n:020000040001F9\n" + twobytes, kHexOk, -1, 131074,
+         {{131072, 0x77}, {131073, 0x77}}, 262144},
+        {"replaced by a later one", ":020000021000EC\n:020000020000FC\n" + twobytes, kHexOk, -1, 2,
+         {{0, 0x77}, {1, 0x77}}, 262144},
     };
+    for (const char* end : {"\n", "\r\n", "\r", " \t \r\n", "   \n"})
+        cases.push_back({"line end " + ::testing::PrintToString(end),
+                         std::string(":0100000055AA") + end + ":0100010066" + "98" + end + "bad", kHexNoColon, 3, -1,
+                         {{0, 0x55}, {1, 0x66}}});
     for (const auto& c : cases) {
-        const Loaded loaded = read(c.text);
+        const Loaded loaded = read(c.text, c.size);
         EXPECT_EQ(loaded.result.error, c.error) << c.why;
         if (c.line >= 0) { EXPECT_EQ(loaded.result.line, c.line) << c.why; }
         if (c.highest >= 0) { EXPECT_EQ(loaded.highest, c.highest) << c.why; }
         for (const auto& [address, value] : c.bytes) EXPECT_EQ(loaded.memory[address], value) << c.why << " @" << address;
-    }
-}
-
-TEST(HexReader, LineEndsOfEveryKindAndTrailingBlanks) {
-    for (const char* end : {"\n", "\r\n", "\r", " \t \r\n", "   \n"}) {
-        const std::string text = std::string(":0100000055AA") + end + ":0100010066" + "98" + end + "bad";
-        const Loaded loaded = read(text);
-        EXPECT_EQ(loaded.memory[0], 0x55);
-        EXPECT_EQ(loaded.memory[1], 0x66);
-        EXPECT_EQ(loaded.result.line, 3) << "line end " << ::testing::PrintToString(end);
-    }
-}
-
-TEST(HexReader, ExtendedAddressesAddUpAndStayInForce) {
-    const struct {
-        const char* why;
-        std::string records;
-        size_t address;
-    } cases[] = {
-        {"segment 1000 is byte 65536", ":020000021000EC\n", 65536},
-        {"linear 0001 is byte 65536", ":020000040001F9\n", 65536},
-        {"both at once", ":020000021000EC\n:020000040001F9\n", 131072},
-        {"replaced by a later one", ":020000021000EC\n:020000020000FC\n", 0},
-    };
-    for (const auto& c : cases) {
-        const Loaded loaded = read(c.records + ":010000007788\n:010001007787\n", 262144);
-        ASSERT_TRUE(loaded.result.ok()) << c.why;
-        EXPECT_EQ(loaded.memory[c.address], 0x77) << c.why;
-        EXPECT_EQ(loaded.memory[c.address + 1], 0x77) << c.why << ": still in force on the next record";
-        EXPECT_EQ(loaded.highest, static_cast<int>(c.address + 2)) << c.why;
     }
 }
 
@@ -137,17 +125,12 @@ TEST(HexReader, HighestOnlyRises) {
     EXPECT_EQ(loaded.highest, 100);
 }
 
-// A deterministic stream of bytes of every value.
-std::string noise(size_t size, uint32_t seed) {
-    std::string text(size, '\0');
-    for (char& c : text) {
-        seed = seed * 1664525u + 1013904223u;
-        c = static_cast<char>(seed >> 24);
-    }
-    return text;
-}
-
-TEST(HexReader, BinaryNoiseIsAnErrorNotACrash) {
+TEST(HexReader, BinaryAndHugeInputIsAnErrorNotACrash) {
+    const auto noise = [](size_t size, uint32_t seed) {  // a deterministic stream of bytes of every value
+        std::string text(size, '\0');
+        for (char& c : text) c = static_cast<char>((seed = seed * 1664525u + 1013904223u) >> 24);
+        return text;
+    };
     for (uint32_t seed = 1; seed <= 50; ++seed) {
         std::string text = noise(4096, seed);
         if (seed % 2 == 0) text[0] = ':';  // make the first record look like one
@@ -155,19 +138,11 @@ TEST(HexReader, BinaryNoiseIsAnErrorNotACrash) {
         EXPECT_FALSE(loaded.result.ok()) << seed;
         EXPECT_GE(loaded.result.line, 1) << seed;
     }
-}
-
-TEST(HexReader, TenMegabytesInOneLine) {
-    const Loaded record = read(":" + std::string(10u << 20, '0'));
+    EXPECT_FALSE(read(noise(10u << 20, 7)).result.ok());
+    const Loaded record = read(":" + std::string(10u << 20, '0'));  // ten megabytes in one line
     EXPECT_EQ(record.result.error, kHexLength);
     EXPECT_EQ(record.result.line, 1);
-    const Loaded text = read(std::string(10u << 20, 'x'));
-    EXPECT_EQ(text.result.error, kHexNoColon);
-}
-
-TEST(HexReader, TenMegabytesOfNoise) {
-    const Loaded loaded = read(noise(10u << 20, 7));
-    EXPECT_FALSE(loaded.result.ok());
+    EXPECT_EQ(read(std::string(10u << 20, 'x')).result.error, kHexNoColon);
 }
 
 }  // namespace

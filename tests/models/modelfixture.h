@@ -44,16 +44,13 @@ struct ModelText {
 
 // The 1-based number of the line of `text` that contains `needle`, or 0.
 inline int linenumberof(const std::string& text, const std::string& needle) {
-    int number = 1;
-    size_t start = 0;
-    for (;;) {
-        const size_t end = text.find('\n', start);
-        const std::string line = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
-        if (line.find(needle) != std::string::npos) return number;
-        if (end == std::string::npos) return 0;
-        start = end + 1;
+    std::istringstream in(text);
+    int number = 0;
+    for (std::string line; std::getline(in, line);) {
         ++number;
+        if (line.find(needle) != std::string::npos) return number;
     }
+    return 0;
 }
 
 // Writes `text` as "<lower-case name>.cfg" and loads it.

@@ -1,9 +1,11 @@
 // The on-chip peripherals and the pin model on the shipped model files of the ATmega32,
-// ATmega328P and ATtiny2313: bit positions as the data sheets give them, and small programs
-// that use the ports, INT0, the ADC, the EEPROM and the comparator as firmware would.
+// ATmega328P and ATtiny2313: bit positions as the data sheets give them, small programs
+// that use the ports, INT0, the ADC, the EEPROM and the comparator as firmware would, and
+// the Microcontroller View on the core's pin model.
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,7 @@
 namespace velmora::test {
 namespace {
 
-constexpr int kPortA = kPortCodeA, kPortB = kPortCodeA + 1, kPortD = kPortCodeA + 3;
+constexpr int kPortB = kPortCodeA + 1, kPortD = kPortCodeA + 3;
 
 struct Chip : Sim {
     explicit Chip(const std::string& model) {
@@ -62,18 +64,6 @@ struct Chip : Sim {
         m.pc = 0;
     }
 };
-
-TEST(OnChipPeripherals, EveryShippedModelLetsItsPeripheralsAndInterruptsBeTracked) {
-    // Registers among R0..R31 would keep every phase and the interrupt scan in every step.
-    for (const ModelEntry& entry : modellist(std::string(VELMORA_SOURCE_DATA_DIR) + "/models").models) {
-        SCOPED_TRACE(entry.name);
-        Machine m;
-        ModelDefinitions definitions;
-        ASSERT_TRUE(modelload(std::string(VELMORA_SOURCE_DATA_DIR) + "/models", entry.name, {}, m, definitions).ok);
-        EXPECT_FALSE(m.peripheralsalwaysawake);
-        EXPECT_FALSE(m.interruptsuntracked);
-    }
-}
 
 // Bit positions as the data sheets give them, and the core's own bit constants where it has one.
 TEST(OnChipPeripherals, BitPositionsOfTheDataSheetsAreTheCoresBits) {
@@ -138,18 +128,13 @@ TEST(OnChipPeripherals, EveryPortFollowsItsRegistersAsTheyAreEdited) {
 }
 
 TEST(OnChipPeripherals, KindsOfTheThreeModels) {
-    struct Case {
-        const char* model;
-        int int0, int1, comp, adc, ee;
-    } cases[] = {{"ATmega32", 2, 2, 4, 3, 2}, {"ATmega328P", 3, 3, 3, 6, 3}, {"ATtiny2313", 2, 2, 2, 1, 5}};
-    for (const Case& c : cases) {
-        Chip chip(c.model);
-        EXPECT_EQ(chip.m.kinds.int0, c.int0) << c.model;
-        EXPECT_EQ(chip.m.kinds.int1, c.int1) << c.model;
-        ASSERT_FALSE(chip.m.kinds.compconf.empty());
-        EXPECT_EQ(chip.m.kinds.compconf[0], c.comp) << c.model;
-        EXPECT_EQ(chip.m.kinds.adcconf, c.adc) << c.model;
-        EXPECT_EQ(chip.m.kinds.eeconf, c.ee) << c.model;
+    // INT0, INT1, comparator, ADC and EEPROM kinds, each of the chip's own register layout.
+    const std::pair<const char*, std::vector<int>> cases[] = {
+        {"ATmega32", {2, 2, 4, 3, 2}}, {"ATmega328P", {3, 3, 3, 6, 3}}, {"ATtiny2313", {2, 2, 2, 1, 5}}};
+    for (const auto& [model, kinds] : cases) {
+        const PeripheralKinds& k = Chip(model).m.kinds;
+        ASSERT_FALSE(k.compconf.empty());
+        EXPECT_EQ(std::vector<int>({k.int0, k.int1, k.compconf[0], k.adcconf, k.eeconf}), kinds) << model;
     }
 }
 
@@ -165,49 +150,69 @@ TEST(OnChipPeripherals, Atmega32ConvertsAChannelAndPollsTheFlag) {
     EXPECT_EQ(chip.reg(21), 0x02);
 }
 
-TEST(OnChipPeripherals, Atmega32WritesAndReadsItsEeprom) {
-    Chip chip("ATmega32");
-    const int eecr = chip.at("EECR"), eedr = chip.at("EEDR");
-    chip.program({ldi(16, 0x55), outd(chip.at("EEARL"), 16), ldi(16, 0x01), outd(chip.at("EEARH"), 16),
-                  ldi(16, 0x5A), outd(eedr, 16), sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1), rjmp(-2),
-                  ldi(16, 0), outd(eedr, 16), sbi(eecr, 0), ind(22, eedr), kSleep});
-    const uint64_t start = chip.m.totalcycles;
-    ASSERT_TRUE(chip.runtosleep());
-    EXPECT_EQ(chip.m.eeprommem[0x155], 0x5A);
-    EXPECT_EQ(chip.reg(22), 0x5A);
-    // 3400 us at 4 MHz are 13600 cycles of the polling loop.
-    EXPECT_GT(chip.m.totalcycles - start, 13600u);
-    EXPECT_LT(chip.m.totalcycles - start, 13650u);
+TEST(OnChipPeripherals, EachEepromLayoutWritesThroughItsTimedPairAndReadsBack) {
+    // EEMWE/EEMPE (bit 2), then EEWE/EEPE (bit 1) polled until done, then EERE (bit 0).
+    const struct {
+        const char* model;
+        int address;
+        uint8_t value;
+        bool timed;  // 3400 us at 4 MHz are 13600 cycles of the polling loop
+    } cases[] = {{"ATmega32", 0x155, 0x5A, true}, {"ATmega328P", 0x307, 0xC3, false}, {"ATtiny2313", 0x7F, 0x3C, false}};
+    for (const auto& c : cases) {
+        Chip chip(c.model);
+        const int eecr = chip.at("EECR"), eedr = chip.at("EEDR");
+        std::vector<uint16_t> words = {ldi(16, c.address & 0xFF),
+                                       outd(chip.at(c.address > 0xFF ? "EEARL" : "EEAR"), 16)};
+        if (c.address > 0xFF) words.insert(words.end(), {ldi(16, c.address >> 8), outd(chip.at("EEARH"), 16)});
+        words.insert(words.end(), {ldi(16, c.value), outd(eedr, 16), sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1),
+                                   rjmp(-2), ldi(16, 0), outd(eedr, 16), sbi(eecr, 0), ind(22, eedr), kSleep});
+        chip.program(words);
+        const uint64_t start = chip.m.totalcycles;
+        ASSERT_TRUE(chip.runtosleep()) << c.model;
+        EXPECT_EQ(chip.m.eeprommem[c.address], c.value) << c.model;
+        EXPECT_EQ(chip.reg(22), c.value) << c.model << ": read back";
+        if (c.timed) {
+            EXPECT_GT(chip.m.totalcycles - start, 13600u);
+            EXPECT_LT(chip.m.totalcycles - start, 13650u);
+        }
+    }
 }
 
-TEST(OnChipPeripherals, Atmega32CountsFallingEdgesOnInt0) {
-    Chip chip("ATmega32");
-    // Vector 2: INC r24, RETI. Main at 0x20: falling edge sense, INT0 enabled, SEI, loop.
-    std::vector<uint16_t> image(0x30, kNop);
-    image[0] = rjmp(0x1F);
-    image[2] = inc(24);
-    image[3] = kReti;
-    const uint16_t main[] = {ldi(16, 0x02), outd(chip.at("MCUCR"), 16), ldi(16, 0x40), outd(chip.at("GICR"), 16),
-                             kSei, rjmp(-1)};
-    std::copy(std::begin(main), std::end(main), image.begin() + 0x20);
-    chip.load(image);
-    chip.step(8);
-    auto drive = [&](bool high) {
-        if (high)
-            setinput(chip.m, kPortD, 0x04);
-        else
-            clearinput(chip.m, kPortD, 0x04);
-        chip.step(6);
+TEST(OnChipPeripherals, Int0CountsTheEdgesItsSenseControlSelects) {
+    // The vector jumps to INC r24, RETI at 0x10; main at 0x20: sense control in MCUCR, INT0
+    // enabled, SEI, loop. PD2 is INT0 on both chips.
+    const struct {
+        const char* model;
+        int vector;  // two-word vectors on the ATmega32, one-word on the ATtiny2313
+        const char* maskregister;
+        int sense;
+        std::vector<std::pair<bool, int>> levels;  // PD2, then the count
+    } cases[] = {
+        {"ATmega32", 2, "GICR", 0x02, {{true, 0}, {false, 1}, {false, 1}, {true, 1}, {false, 2}}},  // falling
+        {"ATtiny2313", 1, "GIMSK", 0x03, {{true, 1}, {true, 1}, {false, 1}, {true, 2}}},             // rising
     };
-    drive(true);
-    EXPECT_EQ(chip.reg(24), 0);
-    drive(false);
-    EXPECT_EQ(chip.reg(24), 1);
-    drive(false);  // held low
-    drive(true);
-    EXPECT_EQ(chip.reg(24), 1);
-    drive(false);
-    EXPECT_EQ(chip.reg(24), 2);
+    for (const auto& c : cases) {
+        Chip chip(c.model);
+        std::vector<uint16_t> image(0x30, kNop);
+        image[0] = rjmp(0x1F);
+        image[c.vector] = rjmp(0x10 - c.vector - 1);
+        image[0x10] = inc(24);
+        image[0x11] = kReti;
+        const uint16_t main[] = {ldi(16, c.sense), outd(chip.at("MCUCR"), 16), ldi(16, 0x40),
+                                 outd(chip.at(c.maskregister), 16), kSei, rjmp(-1)};
+        std::copy(std::begin(main), std::end(main), image.begin() + 0x20);
+        chip.load(image);
+        chip.step(8);
+        int row = 0;
+        for (const auto& [high, count] : c.levels) {
+            if (high)
+                setinput(chip.m, kPortD, 0x04);
+            else
+                clearinput(chip.m, kPortD, 0x04);
+            chip.step(6);
+            EXPECT_EQ(chip.reg(24), count) << c.model << ", level " << row++;
+        }
+    }
 }
 
 TEST(OnChipPeripherals, Atmega328pReachesItsExtendedRegistersWithLdsAndSts) {
@@ -229,16 +234,6 @@ TEST(OnChipPeripherals, Atmega328pReachesItsExtendedRegistersWithLdsAndSts) {
     EXPECT_EQ(chip.reg(20), 0xFF);
     EXPECT_EQ(chip.reg(21), 0xC0);
     EXPECT_EQ(chip.cell("EIFR") & 0x01, 0x01);  // INT0's flag, not enabled
-}
-
-TEST(OnChipPeripherals, Atmega328pWritesWithEempeAndEepe) {
-    Chip chip("ATmega328P");
-    const int eecr = chip.at("EECR");
-    chip.program({ldi(16, 0x07), outd(chip.at("EEARL"), 16), ldi(16, 0x03), outd(chip.at("EEARH"), 16),
-                  ldi(16, 0xC3), outd(chip.at("EEDR"), 16), sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1), rjmp(-2),
-                  kSleep});
-    ASSERT_TRUE(chip.runtosleep());
-    EXPECT_EQ(chip.m.eeprommem[0x307], 0xC3);
 }
 
 TEST(OnChipPeripherals, Atmega328pComparatorMinusThroughTheMultiplexer) {
@@ -263,39 +258,16 @@ TEST(OnChipPeripherals, Atmega328pComparatorMinusThroughTheMultiplexer) {
     EXPECT_FALSE(chip.cell("ACSR") & kAco);
 }
 
-TEST(OnChipPeripherals, Attiny2313Int0EepromAndComparator) {
+TEST(OnChipPeripherals, Attiny2313ComparatorOnItsPortPins) {
+    // Comparator kind 2: AIN0 PB0 (channel 0) against AIN1 PB1 (channel 1), driven digitally;
+    // equal inputs keep the output.
     Chip chip("ATtiny2313");
-    ASSERT_EQ(chip.m.eepromsize, 128);
-    // INT0 at vector 1 (one-word vectors): INC r24, RETI at 1 and 2 would cross INT1, so jump.
-    std::vector<uint16_t> image(0x30, kNop);
-    image[0] = rjmp(0x1F);
-    image[1] = rjmp(0x10 - 2);
-    image[0x10] = inc(24);
-    image[0x11] = kReti;
-    const int eecr = chip.at("EECR");
-    const uint16_t main[] = {ldi(16, 0x03), outd(chip.at("MCUCR"), 16), ldi(16, 0x40), outd(chip.at("GIMSK"), 16),
-                             kSei, ldi(16, 0x7F), outd(chip.at("EEAR"), 16), ldi(16, 0x3C), outd(chip.at("EEDR"), 16),
-                             sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1), rjmp(-2), kSleep};
-    std::copy(std::begin(main), std::end(main), image.begin() + 0x20);
-    chip.load(image);
-    // A rising edge on PD2 once interrupts are on, well before the timed EEMPE/EEPE pair.
-    chip.step(6);
-    setinput(chip.m, kPortD, 0x04);
-    ASSERT_TRUE(chip.runtosleep());
-    EXPECT_EQ(chip.reg(24), 1);
-    EXPECT_EQ(chip.m.eeprommem[0x7F], 0x3C);
-    // Comparator kind 2: AIN0 PB0 (channel 0) against AIN1 PB1 (channel 1), driven digitally.
-    setinput(chip.m, kPortB, 0x01);
-    chip.m.stoprequest = false;
-    chip.program({kNop, kNop});
-    chip.step(2);
-    EXPECT_TRUE(chip.cell("ACSR") & kAco);
-    putinput(chip.m, kPortB, 0x03);
-    chip.step(2);
-    EXPECT_TRUE(chip.cell("ACSR") & kAco);  // equal inputs keep the output
-    putinput(chip.m, kPortB, 0x02);
-    chip.step(2);
-    EXPECT_FALSE(chip.cell("ACSR") & kAco);
+    chip.program({kNop, kNop, kNop, kNop, kNop, kNop, kNop});
+    for (const auto& [input, output] : {std::pair{0x01, true}, {0x03, true}, {0x02, false}}) {
+        putinput(chip.m, kPortB, static_cast<uint8_t>(input));
+        chip.step(2);
+        EXPECT_EQ(bool(chip.cell("ACSR") & kAco), output) << "PB " << input;
+    }
 }
 
 TEST(OnChipPeripherals, TimersArePlainCells) {
@@ -311,33 +283,153 @@ TEST(OnChipPeripherals, TimersArePlainCells) {
     EXPECT_TRUE(chip.runtosleep(10));
 }
 
-TEST(OnChipPeripherals, TheViewWorksOnTheCorePinModel) {
-    Chip chip("ATmega32");
-    auto pins = makecorepins(chip.m);
-    MicrocontrollerView view(chip.m, *pins);
-    view.rebuild(PinFilters{});
-    constexpr int kPd2 = 15, kPa0 = 39;
+// The Microcontroller View on the ATmega32 over the core's own pin model.
+class ViewTest : public ::testing::Test {
+protected:
+    void SetUp() override { view.rebuild(PinFilters{}); }
+    uint8_t& ddr(char port) { return chip.m.datamem[chip.m.roles.ddr[port - 'A']]; }
+    uint8_t& portreg(char port) { return chip.m.datamem[chip.m.roles.port[port - 'A']]; }
+
+    Chip chip{"ATmega32"};
+    Machine& m = chip.m;
+    std::unique_ptr<PinAccess> pins = makecorepins(chip.m);
+    MicrocontrollerView view{chip.m, *pins};
+    static constexpr int kPb0 = 0, kPb2 = 2, kVcc = 9, kPd2 = 15, kPa0 = 39, kPa7 = 32;
+};
+
+TEST_F(ViewTest, PinTableFromTheModel) {
+    const auto& p = view.pins();
+    ASSERT_EQ(p.size(), 40u);
+    EXPECT_EQ(p[kPb0].port, kPortCodeA + 1);
+    EXPECT_EQ(p[kPb0].mask, 1);
+    EXPECT_EQ(p[kPb0].type, 1);
+    EXPECT_EQ(p[kVcc].type, 0);
+    EXPECT_EQ(p[kVcc].name, "VCC_");
+    EXPECT_EQ(p[kPa0].channel, 0);
+    EXPECT_EQ(p[kPa0].type, 2);
+    EXPECT_EQ(p[kPa7].mask, 0x80);
+    EXPECT_EQ(view.title(), "Microcontroller View - ATmega32");
+    EXPECT_EQ(view.shown()[kVcc].button, PinButton::None);
+    EXPECT_EQ(view.shown()[kVcc].level, PinLevel::None);
+}
+
+TEST_F(ViewTest, ToggleDrivesAnInputAndTheLevelFollows) {
+    EXPECT_EQ(view.shown()[kPd2].leveltext, "OFF");
     view.leftclick(kPd2);
-    EXPECT_EQ(getinput(chip.m, kPortD), 0x04);
+    EXPECT_EQ(getinput(m, kPortD), 0x04);
     EXPECT_EQ(view.shown()[kPd2].leveltext, "ON");
-    // Analog use of PA0 with a value typed in, converted by a program.
+    EXPECT_EQ(view.shown()[kPd2].level, PinLevel::On);
+    view.leftclick(kPd2);
+    EXPECT_EQ(view.shown()[kPd2].leveltext, "OFF");
+}
+
+TEST_F(ViewTest, AnOutputDisablesItsButtonAndShowsThePortBit) {
+    ddr('B') = 0x01;
+    portreg('B') = 0x01;
+    ASSERT_TRUE(view.refresh());
+    EXPECT_FALSE(view.shown()[kPb0].enabled);
+    EXPECT_EQ(view.shown()[kPb0].leveltext, "ON");
+    view.leftclick(kPb0);
+    EXPECT_EQ(getinput(m, kPortB), 0) << "a disabled button does nothing";
+    EXPECT_EQ(pins->direction(kPortB), 0x01);
+    EXPECT_TRUE(view.shown()[kPb0 + 1].enabled);
+}
+
+TEST_F(ViewTest, RightClickSwitchesAnalogUseOfTypeTwoPinsOnly) {
+    view.rightclick(kPb0);
+    EXPECT_EQ(view.shown()[kPb0].button, PinButton::Toggle);
     view.rightclick(kPa0);
-    EXPECT_TRUE(analogmode(chip.m, 0));
+    EXPECT_TRUE(analogmode(m, 0));
+    EXPECT_EQ(view.shown()[kPa0].button, PinButton::Analog);
+    EXPECT_EQ(std::string(buttoncaption(view.shown()[kPa0].button)), "A");
+    EXPECT_EQ(view.shown()[kPa0].level, PinLevel::Analog);
+    // An analog pin keeps its button even when the program drives it.
+    ddr('A') = 0x01;
+    view.refresh();
+    EXPECT_TRUE(view.shown()[kPa0].enabled);
+    view.rightclick(kPa0);
+    EXPECT_FALSE(analogmode(m, 0));
+    EXPECT_FALSE(view.shown()[kPa0].enabled);
+}
+
+TEST_F(ViewTest, AllAnalogTouchesTypeTwoPinsOnly) {
+    view.setallanalog(true);
+    EXPECT_TRUE(view.allanalog());
+    for (int channel = 0; channel < 8; ++channel) EXPECT_TRUE(analogmode(m, channel)) << channel;
+    EXPECT_TRUE(analogmode(m, 8) && analogmode(m, 9)) << "AIN0 and AIN1 pins are type 2 on this model";
+    EXPECT_EQ(view.shown()[kPb0].button, PinButton::Toggle);
+    view.setallanalog(false);
+    EXPECT_FALSE(view.allanalog());
+    for (int channel = 0; channel < kAdcChannelCount; ++channel) EXPECT_FALSE(analogmode(m, channel));
+}
+
+TEST_F(ViewTest, AnalogPanelSliderAndPrompt) {
+    view.rightclick(kPa0);
+    view.leftclick(kPa0);
+    ASSERT_EQ(view.panelchannel(), 0);
+    EXPECT_EQ(view.panelcaption(), "ADC0");
+    view.sliderchanged(300, false);
+    EXPECT_EQ(analoginput(m, 0), 300);
+    EXPECT_EQ(view.shown()[kPa0].leveltext, "300");
+    view.continuousslider = false;
+    view.sliderchanged(400, false);
+    EXPECT_EQ(analoginput(m, 0), 300) << "applied only on release";
+    view.sliderchanged(400, true);
+    EXPECT_EQ(analoginput(m, 0), 400);
+    EXPECT_EQ(view.analogprompt(), "Enter new analog value [0-1023].");
+    EXPECT_TRUE(view.enteranalog("1023"));
+    EXPECT_EQ(analoginput(m, 0), 1023);
+    for (const char* bad : {"1024", "-1", "abc", "", "5.5"}) EXPECT_FALSE(view.enteranalog(bad)) << bad;
+    EXPECT_EQ(analoginput(m, 0), 1023);
+    view.usevoltage = true;
+    view.refresh();
+    EXPECT_EQ(view.shown()[kPa0].leveltext, "5.00V");
+    EXPECT_TRUE(view.enteranalog("2.5V"));
+    EXPECT_EQ(analoginput(m, 0), 512);
+    EXPECT_EQ(view.panelvalue(), "2.50V");
+    EXPECT_FALSE(view.enteranalog("5.1"));
+    view.closepanel();
+    EXPECT_FALSE(view.panelchannel());
+}
+
+TEST_F(ViewTest, WhileRunningOnlyAChangeRepaints) {
+    m.simulationrunning = true;
+    EXPECT_TRUE(view.refresh()) << "the first look takes the copies";
+    EXPECT_FALSE(view.refresh());
+    EXPECT_FALSE(view.refresh());
+    portreg('C') = 0xFF;  // PORTC on inputs changes no level
+    EXPECT_FALSE(view.refresh());
+    ddr('C') = 0x01;
+    EXPECT_TRUE(view.refresh());
+    EXPECT_EQ(view.shown()[21].leveltext, "ON") << "PC0: the pin model is evaluated first";
+    EXPECT_FALSE(view.refresh());
+    setanalogmode(m, 3, true);
+    EXPECT_TRUE(view.refresh()) << "PA3 turns analog";
+    EXPECT_FALSE(view.refresh());
+    setanaloginput(m, 3, 7);
+    EXPECT_TRUE(view.refresh()) << "its value changes";
+    m.simulationrunning = false;
+    EXPECT_TRUE(view.refresh()) << "when stopped every refresh paints";
+}
+
+TEST_F(ViewTest, FiltersRebuildTheNames) {
+    PinFilters filters{};
+    filters[static_cast<int>(PinFunctionGroup::Adc)] = true;
+    view.rebuild(filters);
+    EXPECT_EQ(view.pins()[kPa0].name, "_PA0");
+    EXPECT_EQ(view.pins()[kPb2].name, "PB2/INT2/AIN0_");
+}
+
+TEST_F(ViewTest, AProgramReadsWhatTheViewDrives) {
+    view.leftclick(kPd2);
+    view.rightclick(kPa0);  // analog use of PA0 with a value typed in, converted by the program
     view.leftclick(kPa0);
     ASSERT_TRUE(view.enteranalog("512"));
-    EXPECT_EQ(analoginput(chip.m, 0), 512);
     chip.program({ind(16, chip.at("PIND")), ldi(17, 0xC0), outd(chip.at("ADCSRA"), 17), sbic(chip.at("ADCSRA"), 6),
                   rjmp(-2), ind(20, chip.at("ADCL")), ind(21, chip.at("ADCH")), kSleep});
     ASSERT_TRUE(chip.runtosleep());
     EXPECT_EQ(chip.reg(16), 0x04);
     EXPECT_EQ(chip.reg(21) * 256 + chip.reg(20), 512);
-    // A pin the program drives shows its output; its button is disabled.
-    chip.cell("DDRB") = 0x01;
-    chip.cell("PORTB") = 0x01;
-    view.refresh();
-    EXPECT_EQ(view.shown()[0].leveltext, "ON");
-    EXPECT_FALSE(view.shown()[0].enabled);
-    EXPECT_EQ(pins->direction(kPortB), 0x01);
     EXPECT_EQ(pins->direction(kPortCodeA + 4), 0);  // the ATmega32 has no port E
 }
 

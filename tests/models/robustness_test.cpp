@@ -12,31 +12,25 @@ namespace {
 
 // Every table entry that a later step indexes with must lie inside the memories.
 void expectconsistent(const Machine& m, const std::string& context) {
-    ASSERT_EQ(m.datamem.size(), static_cast<size_t>(m.dataspacesize)) << context;
-    ASSERT_EQ(m.datamask.size(), m.datamem.size()) << context;
-    ASSERT_EQ(m.sideeffects.size(), m.datamem.size()) << context;
-    ASSERT_EQ(m.bitnames.size(), m.datamem.size()) << context;
-    ASSERT_EQ(m.progmem.size(), static_cast<size_t>(m.flashsize) + 4) << context;
-    ASSERT_EQ(m.eeprommem.size(), static_cast<size_t>(m.eepromsize)) << context;
+    const size_t data = static_cast<size_t>(m.dataspacesize);
+    ASSERT_EQ(std::vector<size_t>({m.datamem.size(), m.datamask.size(), m.sideeffects.size(), m.bitnames.size(),
+                                   m.progmem.size(), m.eeprommem.size()}),
+              std::vector<size_t>({data, data, data, data, static_cast<size_t>(m.flashsize) + 4,
+                                   static_cast<size_t>(m.eepromsize)}))
+        << context;
     for (const NamedRegister& r : m.namedregisters)
         EXPECT_TRUE(r.address < m.dataspacesize || (r.address >= 10000 && r.address <= 10002)) << context;
-    for (const InterruptEntry& e : m.interrupttable) {
-        EXPECT_GE(e.vector, 0) << context;
-        EXPECT_LT(e.enableaddress, m.dataspacesize) << context;
-        EXPECT_LT(e.flagaddress, m.dataspacesize) << context;
-        EXPECT_NE(e.enablemask, 0) << context;
-        EXPECT_NE(e.flagmask, 0) << context;
-    }
+    for (const InterruptEntry& e : m.interrupttable)
+        EXPECT_TRUE(e.vector >= 0 && e.enableaddress < m.dataspacesize && e.flagaddress < m.dataspacesize &&
+                    e.enablemask != 0 && e.flagmask != 0)
+            << context << ": " << e.name;
     EXPECT_LE(m.pins.size(), 80u) << context;
-    for (const PackagePin& p : m.pins) {
-        EXPECT_TRUE(p.portcode == 0 || (p.portcode >= 5 && p.portcode <= 11)) << context;
-        EXPECT_TRUE(p.bit >= -1 && p.bit <= 7) << context;
-        EXPECT_TRUE(p.adcchannel >= -1 && p.adcchannel <= 15) << context;
-    }
+    for (const PackagePin& p : m.pins)
+        EXPECT_TRUE((p.portcode == 0 || (p.portcode >= 5 && p.portcode <= 11)) && p.bit >= -1 && p.bit <= 7 &&
+                    p.adcchannel >= -1 && p.adcchannel <= 15)
+            << context << ": " << p.caption;
     for (const AdcChannel& c : m.adcchannels)
-        if (c.exists) {
-            EXPECT_LT(static_cast<size_t>(c.pinindex), m.pins.size()) << context;
-        }
+        if (c.exists) { EXPECT_LT(static_cast<size_t>(c.pinindex), m.pins.size()) << context; }
 }
 
 TEST(ModelRobustness, HandMadeDamage) {

@@ -31,24 +31,17 @@ TEST(Roles, DefiningPortxMarksThePortAsExisting) {
     }
 }
 
-TEST(Roles, IoAddressesGetThirtyTwoAdded) {
-    struct {
-        const char* line;
-        int address;
-    } cases[] = {
-        {".equ UDR = $00", 0x20},  {".equ UDR = $3F", 0x5F}, {".equ UDR = $40", 0x40},
-        {".equ UDR = $C6", 0xC6},  {".equ UDR = 0x0C", 0x2C}, {".equ UDR = 12", 0x2C},
-        {".equ UDR = 0CH", 0x2C},  {".equ UDR = %1100", 0x2C}, {".equ UDR = $100", 0x100},
-    };
-    for (const auto& c : cases) EXPECT_EQ(bind({c.line}).udr, c.address) << c.line;
-}
-
-TEST(Roles, FirstAlternativeInTheTableWinsWhateverTheLineOrder) {
+TEST(Roles, FirstAlternativeWinsWhateverTheLineOrderAndIoAddressesGetThirtyTwoAdded) {
     struct {
         std::vector<std::string> lines;
         int RegisterRoles::*role;
         int address;
     } cases[] = {
+        {{".equ UDR = $00"}, &RegisterRoles::udr, 0x20},  {{".equ UDR = $3F"}, &RegisterRoles::udr, 0x5F},
+        {{".equ UDR = $40"}, &RegisterRoles::udr, 0x40},  {{".equ UDR = $C6"}, &RegisterRoles::udr, 0xC6},
+        {{".equ UDR = 0x0C"}, &RegisterRoles::udr, 0x2C}, {{".equ UDR = 12"}, &RegisterRoles::udr, 0x2C},
+        {{".equ UDR = 0CH"}, &RegisterRoles::udr, 0x2C},  {{".equ UDR = %1100"}, &RegisterRoles::udr, 0x2C},
+        {{".equ UDR = $100"}, &RegisterRoles::udr, 0x100},
         {{".equ UDR0 = $C6", ".equ UDR = $0C"}, &RegisterRoles::udr, 0x2C},
         {{".equ UDR0 = $C6"}, &RegisterRoles::udr, 0xC6},
         {{".equ SP = $3D"}, &RegisterRoles::spl, 0x5D},
@@ -69,33 +62,19 @@ TEST(Roles, FirstAlternativeInTheTableWinsWhateverTheLineOrder) {
         {{".equ EICRA = $69"}, &RegisterRoles::eicra, 0x69},
         {{".equ SFIOR = $30"}, &RegisterRoles::sfior, 0x50},
         {{".equ ADCSRB = $7B"}, &RegisterRoles::adcsrb, 0x7B},
+        // Lines are cleaned before they are read: blanks, case, comments, other directives.
+        {{".EQU EECR=$1C"}, &RegisterRoles::eecr, 0x3C},
+        {{".equ EEDR = $1D ; .equ EEARH = $1F"}, &RegisterRoles::eedr, 0x3D},
+        {{".equ EEDR = $1D ; .equ EEARH = $1F"}, &RegisterRoles::eearh, 0},
+        {{".equ MCUCR = MCUCSR"}, &RegisterRoles::mcucr, 0},
+        {{".equ = $12", ".equ UDR = $0C", ".equ UDR = $2C"}, &RegisterRoles::udr, 0x2C},  // the first value stays
     };
     for (const auto& c : cases) EXPECT_EQ(bind(c.lines).*c.role, c.address) << c.lines.front();
-}
-
-TEST(Roles, LinesAreCleanedBeforeTheyAreRead) {
-    const RegisterRoles r = bind({
-        "   .equ\tportb   =  $18   ; the data register",
-        ".EQU EECR=$1C",
-        ".equ EEDR = $1D ; .equ EEARH = $1F",
-        "; .equ PORTA = $1B",
-        ".set PORTC = $15",
-        ".equ PORTD",
-        ".equ MCUCR = MCUCSR",
-        ".equ = $12",
-        ".equ UDR = $0C",
-        ".equ UDR = $2C",  // a name defined twice keeps its first value
-    });
-    EXPECT_TRUE(r.portexists[1]);
+    const RegisterRoles r = bind({"   .equ\tportb   =  $18   ; the data register", "; .equ PORTA = $1B",
+                                  ".set PORTC = $15", ".equ PORTD"});
+    EXPECT_EQ(std::vector<bool>(r.portexists.begin(), r.portexists.begin() + 4),
+              std::vector<bool>({false, true, false, false}));
     EXPECT_EQ(r.port[1], 0x38);
-    EXPECT_EQ(r.eecr, 0x3C);
-    EXPECT_EQ(r.eedr, 0x3D);
-    EXPECT_EQ(r.eearh, 0);
-    EXPECT_FALSE(r.portexists[0]);
-    EXPECT_FALSE(r.portexists[2]);
-    EXPECT_FALSE(r.portexists[3]);
-    EXPECT_EQ(r.mcucr, 0);
-    EXPECT_EQ(r.udr, 0x2C);
 }
 
 TEST(Roles, UndefinedRolesStayAtZeroAndBindingStartsAfresh) {
