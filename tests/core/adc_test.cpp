@@ -34,16 +34,25 @@ int convert(MiniChip& chip, int limit = 190) {
     return steps;
 }
 
-TEST(Adc, StartWithTheConverterOffClearsAtOnce) {
-    MiniChip chip = adcchip(3);
-    chip.load({sbi(MiniChip::kAdcsra, 6), kNop});
-    chip.cell(MiniChip::kAdch) = 0x55;
-    setanaloginput(chip.m, 0, 0);
-    chip.step();
-    EXPECT_EQ(chip.cell(MiniChip::kAdcsra), 0);
-    EXPECT_EQ(chip.cell(MiniChip::kAdch), 0x55);
+// A start with the converter off clears at once; the kinds without a converter keep plain bits.
+TEST(Adc, StartsThatConvertNothing) {
+    struct Case {
+        int kind;
+        uint8_t adcsra, after;
+    } cases[] = {{3, 0, 0}, {0, kAden, kAden | kAdsc}, {1, kAden, kAden | kAdsc}, {9, kAden, kAden | kAdsc}};
+    for (const Case& c : cases) {
+        MiniChip chip = adcchip(c.kind);
+        chip.cell(MiniChip::kAdcsra) = c.adcsra;
+        chip.load({sbi(MiniChip::kAdcsra, 6)});
+        chip.cell(MiniChip::kAdch) = 0x55;
+        setanaloginput(chip.m, 0, 0);
+        chip.step();
+        EXPECT_EQ(chip.cell(MiniChip::kAdcsra), c.after) << "kind " << c.kind;
+        chip.step(150);
+        EXPECT_EQ(chip.cell(MiniChip::kAdcsra), c.after) << "kind " << c.kind;
+        EXPECT_EQ(chip.cell(MiniChip::kAdch), 0x55) << "kind " << c.kind;
+    }
 }
-
 TEST(Adc, ConversionTimeAndClockSetTheLength) {
     struct Case {
         float microseconds, mhz;
@@ -63,71 +72,43 @@ TEST(Adc, ConversionTimeAndClockSetTheLength) {
     }
 }
 
-TEST(Adc, ResultRegistersByKind) {
+// One conversion with 100 on channel 1, 900 on channel 9 and `input` on channel 0: ADCH:ADCL by
+// the kind's adjust bit (ADMUX, ADCSRB for kind 2, none for kind 5), its channel bits (three for
+// kind 5) and kind 5's reference input, whose value depends on the bandgap kind.
+TEST(Adc, ResultByKindAdjustChannelAndReference) {
     struct Case {
-        int kind;
+        int kind, bandgap;
         uint8_t admux, adcsrb;
-        int value;
-        uint8_t high, low;
+        int input, result;
     } cases[] = {
-        {3, 0, 0, 1023, 0x03, 0xFF},           {3, kAdlar, 0, 1023, 0xFF, 0xC0},
-        {3, kAdlar, 0, 514, 0x80, 0x80},       {4, kAdlar, 0, 1023, 0xFF, 0xC0},
-        {6, kAdlar, 0, 1, 0x00, 0x40},         {7, kAdlar, 0, 1023, 0xFF, 0xC0},
-        {8, kAdlar, 0, 1023, 0xFF, 0xC0},      {8, 0, 0, 600, 0x02, 0x58},
-        {2, 0, kAdlarInAdcsrb, 1023, 0xFF, 0xC0},
-        {2, kAdlar, 0, 1023, 0x03, 0xFF},      // kind 2 keeps its adjust bit in ADCSRB
-        {5, kAdlar, kAdlarInAdcsrb, 1023, 0x03, 0xFF},  // kind 5 has none
+        {3, 3, 0, 0, 1023, 0x03FF},          {3, 3, kAdlar, 0, 1023, 0xFFC0},     {3, 3, kAdlar, 0, 514, 0x8080},
+        {4, 3, kAdlar, 0, 1023, 0xFFC0},     {6, 3, kAdlar, 0, 1, 0x0040},        {7, 3, kAdlar, 0, 1023, 0xFFC0},
+        {8, 3, kAdlar, 0, 1023, 0xFFC0},     {8, 3, 0, 0, 600, 0x0258},
+        {2, 3, 0, kAdlarInAdcsrb, 1023, 0xFFC0},                                   {2, 3, kAdlar, 0, 1023, 0x03FF},
+        {5, 3, kAdlar, kAdlarInAdcsrb, 1023, 0x03FF},
+        {2, 3, 9, 0, 0, 900},                {3, 3, 9, 0, 0, 900},                {6, 3, 9, 0, 0, 900},
+        {5, 3, 9, 0, 0, 100},                {3, 3, 0xD1, 0, 0, 100},             {5, 3, 0x21, 0, 0, 100},
+        {5, 1, kReferenceInput, 0, 777, 0},  {5, 2, kReferenceInput, 0, 777, 225}, {5, 3, kReferenceInput, 0, 777, 251},
+        {5, 4, kReferenceInput, 0, 777, 241}, {5, 5, kReferenceInput, 0, 777, 249}, {5, 0, kReferenceInput, 0, 777, 0},
+        {5, 6, kReferenceInput, 0, 777, 0},
     };
     for (const Case& c : cases) {
-        MiniChip chip = adcchip(c.kind);
-        chip.cell(MiniChip::kAdcsra) = kAden;
-        chip.cell(MiniChip::kAdmux) = c.admux;
-        chip.cell(MiniChip::kAdcsrb) = c.adcsrb;
-        setanalogmode(chip.m, 0, true);
-        setanaloginput(chip.m, 0, c.value);
-        convert(chip);
-        EXPECT_EQ(chip.cell(MiniChip::kAdch), c.high) << "kind " << c.kind << " value " << c.value;
-        EXPECT_EQ(chip.cell(MiniChip::kAdcl), c.low) << "kind " << c.kind << " value " << c.value;
-        EXPECT_TRUE(chip.cell(MiniChip::kAdcsra) & kAdif);
-    }
-}
-
-TEST(Adc, ChannelSelectionByKind) {
-    // ADMUX 9: channel 9 for four channel bits, channel 1 for the three of kind 5.
-    struct Case {
-        int kind;
-        uint8_t admux;
-        int expected;
-    } cases[] = {{2, 9, 900}, {3, 9, 900}, {6, 0x09, 900}, {5, 9, 100}, {3, 0xD1, 100}, {5, 0x21, 100}};
-    for (const Case& c : cases) {
-        MiniChip chip = adcchip(c.kind);
-        chip.cell(MiniChip::kAdcsra) = kAden;
-        chip.cell(MiniChip::kAdmux) = c.admux;
-        for (int ch : {1, 9}) setanalogmode(chip.m, ch, true);
-        setanaloginput(chip.m, 1, 100);
-        setanaloginput(chip.m, 9, 900);
-        convert(chip);
-        EXPECT_EQ(chip.cell(MiniChip::kAdch) * 256 + chip.cell(MiniChip::kAdcl), c.expected)
-            << "kind " << c.kind << " admux " << int(c.admux);
-    }
-}
-
-TEST(Adc, KindFiveSamplesTheReferenceWithAdmuxBitSix) {
-    struct Case {
-        int bandgap, expected;
-    } cases[] = {{1, 0}, {2, 225}, {3, 251}, {4, 241}, {5, 249}, {0, 0}, {6, 0}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(referencevalue(c.bandgap), c.expected) << c.bandgap;
         ChipKinds kinds;
-        kinds.adcconf = 5;
+        kinds.adcconf = c.kind;
         kinds.compconf = {2, c.bandgap, 8, 9};
         MiniChip chip(kinds);
         chip.cell(MiniChip::kAdcsra) = kAden;
-        chip.cell(MiniChip::kAdmux) = kReferenceInput;
-        setanalogmode(chip.m, 0, true);
-        setanaloginput(chip.m, 0, 777);
+        chip.cell(MiniChip::kAdmux) = c.admux;
+        chip.cell(MiniChip::kAdcsrb) = c.adcsrb;
+        for (int ch : {0, 1, 9}) setanalogmode(chip.m, ch, true);
+        setanaloginput(chip.m, 0, c.input);
+        setanaloginput(chip.m, 1, 100);
+        setanaloginput(chip.m, 9, 900);
         convert(chip);
-        EXPECT_EQ(chip.cell(MiniChip::kAdch) * 256 + chip.cell(MiniChip::kAdcl), c.expected) << c.bandgap;
+        EXPECT_EQ(chip.cell(MiniChip::kAdch) * 256 + chip.cell(MiniChip::kAdcl), c.result)
+            << "kind " << c.kind << " bandgap " << c.bandgap << " admux " << int(c.admux) << " adcsrb "
+            << int(c.adcsrb) << " input " << c.input;
+        EXPECT_TRUE(chip.cell(MiniChip::kAdcsra) & kAdif);
     }
 }
 
@@ -210,17 +191,6 @@ TEST(Adc, TheFlagEntersTheAdcInterrupt) {
     chip.step();
     EXPECT_EQ(chip.m.pc, MiniChip::kAdcVector);
     EXPECT_EQ(chip.cell(MiniChip::kAdcsra) & kAdif, 0);
-}
-
-TEST(Adc, KindsWithoutAConverter) {
-    for (int kind : {0, 1, 9}) {
-        MiniChip chip = adcchip(kind);
-        chip.cell(MiniChip::kAdcsra) = kAden;
-        chip.load({sbi(MiniChip::kAdcsra, 6)});
-        chip.step();
-        chip.step(150);
-        EXPECT_EQ(chip.cell(MiniChip::kAdcsra), kAden | kAdsc) << kind;
-    }
 }
 
 }  // namespace

@@ -44,45 +44,37 @@ TEST(Comparator, OutputFollowsTheInputsAndEqualKeepsIt) {
         }
 }
 
-TEST(Comparator, InterruptModes) {
+// ACSR after one step from `acsr` (mode bits 1-0: 0 toggle, 1 none, 2 falling, 3 rising), with
+// `plus` and `minus` on the two inputs: the output and its flag, ACD, the bandgap (251 for kind
+// 3) on plus, and kind 6's hysteresis from ACSRB; other kinds ignore ACSRB (0x84: no hysteresis,
+// plus from the third input).
+TEST(Comparator, AcsrAfterOneStep) {
+    constexpr uint8_t O = kAco, I = kAci;
     struct Case {
-        int mode;
-        bool from, to, flag;
+        int kind;
+        uint8_t acsrb, acsr;
+        int plus, minus;
+        uint8_t after;
     } cases[] = {
-        {0, false, true, true},   {0, true, false, true},  {0, true, true, false},  {0, false, false, false},
-        {1, false, true, false},  {1, true, false, false}, {2, true, false, true},  {2, false, true, false},
-        {3, false, true, true},   {3, true, false, false}, {3, true, true, false},
+        {2, 0, 0, 700, 500, O | I},        {2, 0, O, 300, 500, I},          {2, 0, O, 700, 500, O},
+        {2, 0, 0, 300, 500, 0},            {2, 0, 1, 700, 500, O | 1},      {2, 0, O | 1, 300, 500, 1},
+        {2, 0, O | 2, 300, 500, I | 2},    {2, 0, 2, 700, 500, O | 2},      {2, 0, 3, 700, 500, O | I | 3},
+        {2, 0, O | 3, 300, 500, 3},        {2, 0, O | 3, 700, 500, O | 3},  {2, 0, kAcd | O, 900, 100, kAcd | I},
+        {2, 0, kAcbg | 1, 0, 250, kAcbg | O | 1},                           {2, 0, kAcbg | 1, 0, 252, kAcbg | 1},
+        {2, 0x84, 0, 501, 500, O | I},
+        {6, 0x80, 0, 502, 500, 0},         {6, 0x80, 0, 503, 500, O | I},   {6, 0x80, O, 498, 500, O},
+        {6, 0x80, O, 497, 500, I},         {6, 0xC0, 0, 505, 500, 0},       {6, 0xC0, 0, 506, 500, O | I},
+        {6, 0xC0, O, 495, 500, O},         {6, 0xC0, O, 494, 500, I},       {6, 0x40, 0, 501, 500, O | I},
+        {6, 0x00, O, 499, 500, I},
     };
     for (const Case& c : cases) {
-        MiniChip chip = compchip(2);
-        chip.cell(MiniChip::kAcsr) = static_cast<uint8_t>((c.from ? kAco : 0) | c.mode);
-        inputs(chip, c.to ? 700 : 300, 500);
+        MiniChip chip = compchip(c.kind);
+        chip.cell(MiniChip::kAcsrb) = c.acsrb;
+        chip.cell(MiniChip::kAcsr) = c.acsr;
+        inputs(chip, c.plus, c.minus);
         chip.step();
-        EXPECT_EQ((chip.cell(MiniChip::kAcsr) & kAci) != 0, c.flag)
-            << "mode " << c.mode << " " << c.from << "->" << c.to;
-    }
-}
-
-TEST(Comparator, DisabledOutputIsZero) {
-    MiniChip chip = compchip(2);
-    chip.cell(MiniChip::kAcsr) = kAcd | kAco;  // mode 0
-    inputs(chip, 900, 100);
-    chip.step();
-    EXPECT_EQ(chip.cell(MiniChip::kAcsr), kAcd | kAci);
-}
-
-TEST(Comparator, BandgapReplacesThePlusInput) {
-    // Bandgap kind 3 reads 251.
-    struct Case {
-        int minus;
-        bool output;
-    } cases[] = {{250, true}, {252, false}};
-    for (const Case& c : cases) {
-        MiniChip chip = compchip(2);
-        chip.cell(MiniChip::kAcsr) = kAcbg | 1;
-        inputs(chip, 0, c.minus);
-        chip.step();
-        EXPECT_EQ((chip.cell(MiniChip::kAcsr) & kAco) != 0, c.output) << c.minus;
+        EXPECT_EQ(chip.cell(MiniChip::kAcsr), c.after) << "kind " << c.kind << " ACSRB " << int(c.acsrb) << " ACSR "
+                                                       << int(c.acsr) << ": " << c.plus << " against " << c.minus;
     }
 }
 
@@ -128,40 +120,6 @@ TEST(Comparator, KindSixSelectsItsInputs) {
         EXPECT_EQ(in.minus, 10 * minus[select] + 1) << int(select);
         chip.cell(MiniChip::kAcsr) = kAcbg;
         EXPECT_EQ(comparatorinputs(chip.m).plus, referencevalue(3)) << int(select);
-    }
-}
-
-TEST(Comparator, OtherKindsIgnoreAcsrb) {
-    MiniChip chip = compchip(2);
-    for (int ch = 0; ch < kAdcChannelCount; ++ch) setanaloginput(chip.m, ch, 10 * ch + 1);
-    chip.cell(MiniChip::kAcsrb) = 0x84;
-    EXPECT_EQ(comparatorinputs(chip.m).plus, 10 * kPlus + 1);
-    EXPECT_EQ(comparatorinputs(chip.m).minus, 10 * kMinus + 1);
-    inputs(chip, 501, 500);
-    chip.step();
-    EXPECT_TRUE(chip.cell(MiniChip::kAcsr) & kAco);  // no hysteresis
-}
-
-TEST(Comparator, KindSixHysteresis) {
-    struct Case {
-        uint8_t acsrb;
-        bool before;
-        int plus, minus;
-        bool after;
-    } cases[] = {
-        {0x80, false, 502, 500, false}, {0x80, false, 503, 500, true}, {0x80, true, 498, 500, true},
-        {0x80, true, 497, 500, false},  {0xC0, false, 505, 500, false}, {0xC0, false, 506, 500, true},
-        {0xC0, true, 495, 500, true},   {0xC0, true, 494, 500, false},  {0x40, false, 501, 500, true},
-        {0x00, true, 499, 500, false},
-    };
-    for (const Case& c : cases) {
-        MiniChip chip = compchip(6);
-        chip.cell(MiniChip::kAcsrb) = c.acsrb;
-        chip.cell(MiniChip::kAcsr) = c.before ? kAco : 0;
-        inputs(chip, c.plus, c.minus);
-        chip.step();
-        EXPECT_EQ((chip.cell(MiniChip::kAcsr) & kAco) != 0, c.after)
-            << int(c.acsrb) << " " << c.before << " " << c.plus << "/" << c.minus;
     }
 }
 

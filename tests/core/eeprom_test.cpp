@@ -19,11 +19,12 @@ MiniChip eechip(int kind = 2, int size = 1024) {
     return MiniChip(kinds, size);
 }
 
-// LDI address and data into EEAR and EEDR, then the master bit and `gap` NOPs, then EEWE.
+// LDI address and data into EEAR and EEDR, then the master bit and `gap` NOPs (no master bit
+// for a negative gap), then EEWE.
 std::vector<uint16_t> writeprogram(int address, int data, int gap = 0) {
     std::vector<uint16_t> p = {ldi(16, address & 0xFF), outd(MiniChip::kEearl, 16), ldi(16, address >> 8),
-                               outd(MiniChip::kEearh, 16), ldi(16, data), outd(MiniChip::kEedr, 16),
-                               sbi(MiniChip::kEecr, kEemweBit)};
+                               outd(MiniChip::kEearh, 16), ldi(16, data), outd(MiniChip::kEedr, 16)};
+    if (gap >= 0) p.push_back(sbi(MiniChip::kEecr, kEemweBit));
     for (int i = 0; i < gap; ++i) p.push_back(kNop);
     p.push_back(sbi(MiniChip::kEecr, kEeweBit));
     p.resize(p.size() + 4000, kNop);
@@ -31,34 +32,63 @@ std::vector<uint16_t> writeprogram(int address, int data, int gap = 0) {
 }
 constexpr int kSetupSteps = 7;
 
+// The program from word $30 on, the PC there, RETI at the INT0 and ready vectors.
+void loadbehindthevectors(MiniChip& chip, const std::vector<uint16_t>& words) {
+    std::vector<uint16_t> program(0x30, kNop);
+    program[MiniChip::kInt0Vector] = program[MiniChip::kErdyVector] = kReti;
+    program.insert(program.end(), words.begin(), words.end());
+    chip.load(program);
+    chip.m.pc = 0x30;
+}
+
 void runwhilewriting(MiniChip& chip, int limit = 5000) {
     for (int i = 0; i < limit && chip.m.eeprom.writing; ++i) chip.step();
 }
 
-TEST(Eeprom, EveryKindReadsAndWritesAlike) {
-    for (int kind = 2; kind <= 6; ++kind) {
-        MiniChip chip = eechip(kind);
-        chip.m.eepromwritetime = 50;
-        chip.load(writeprogram(0x123, 0xA7));
-        chip.step(kSetupSteps + 1);
-        EXPECT_TRUE(chip.m.eeprom.writing) << kind;
-        runwhilewriting(chip);
-        EXPECT_EQ(chip.m.eeprommem[0x123], 0xA7) << kind;
-        EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEewe, 0) << kind;
+// The write program up to its EEWE, then the write to its end and 300 steps more.
+TEST(Eeprom, WritesByKindMasterBitAndAddress) {
+    const struct {
+        const char* what;
+        int kind, size, address, gap;
+        bool writes;     // a write starts in the step of EEWE, 4 cycles, and lasts 200 cycles
+        int byte;        // at `address` afterwards; -1: no byte anywhere changed
+        uint8_t eecr;    // afterwards
+    } cases[] = {
+        {"kind 2", 2, 1024, 0x123, 0, true, 0xA7, 0},  {"kind 3", 3, 1024, 0x123, 0, true, 0xA7, 0},
+        {"kind 4", 4, 1024, 0x123, 0, true, 0xA7, 0},  {"kind 5", 5, 1024, 0x123, 0, true, 0xA7, 0},
+        {"kind 6", 6, 1024, 0x123, 0, true, 0xA7, 0},
+        {"kind 0 has plain bits", 0, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
+        {"kind 1 has plain bits", 1, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
+        {"kind 7 has plain bits", 7, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
+        {"the master bit lives four cycles: one NOP", 2, 1024, 7, 1, true, 0xA7, 0},
+        {"two NOPs are too late", 2, 1024, 7, 2, false, 0xFF, kEewe},
+        {"three NOPs", 2, 1024, 7, 3, false, 0xFF, kEewe},
+        {"EEWE without the master bit", 2, 1024, 7, -1, false, 0xFF, kEewe},
+        {"beyond the EEPROM: nothing written, the time taken", 2, 512, 0x300, 0, true, -1, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        MiniChip chip = eechip(c.kind, c.size);
+        chip.m.eepromwritetime = 50;  // 200 cycles at 4 MHz
+        chip.load(writeprogram(c.address, 0xA7, c.gap));
+        chip.step(kSetupSteps + c.gap + 1);  // up to EEWE
+        ASSERT_EQ(chip.m.eeprom.writing, c.writes);
+        const uint64_t start = chip.m.totalcycles;
+        if (c.writes) { EXPECT_EQ(instructioncycles(chip.m), 2u + 2u); }
+        while (chip.m.eeprom.writing && chip.cyclesfrom(start) < 1000) {
+            EXPECT_TRUE(chip.cell(MiniChip::kEecr) & kEewe);
+            if (c.byte >= 0) { EXPECT_EQ(chip.m.eeprommem[c.address], 0xFF); }
+            chip.step();
+        }
+        EXPECT_EQ(chip.cyclesfrom(start), c.writes ? 200u : 0u);
+        chip.step(300);
+        if (c.byte >= 0) { EXPECT_EQ(chip.m.eeprommem[c.address], c.byte); }
+        if (c.byte < 0) {
+            for (uint8_t byte : chip.m.eeprommem) ASSERT_EQ(byte, 0xFF);
+        }
+        EXPECT_EQ(chip.cell(MiniChip::kEecr), c.eecr);
     }
 }
-
-TEST(Eeprom, KindsWithoutEepromLogic) {
-    for (int kind : {0, 1, 7}) {
-        MiniChip chip = eechip(kind);
-        chip.m.eepromwritetime = 50;
-        chip.load(writeprogram(5, 0x11));
-        chip.step(kSetupSteps + 300);
-        EXPECT_EQ(chip.m.eeprommem[5], 0xFF) << kind;
-        EXPECT_EQ(chip.cell(MiniChip::kEecr), kEemwe | kEewe) << kind;  // plain bits
-    }
-}
-
 TEST(Eeprom, ReadStallsFourCyclesAndFillsEedr) {
     MiniChip chip = eechip();
     chip.m.eeprommem[0x2AB] = 0x5C;
@@ -91,27 +121,6 @@ TEST(Eeprom, EearhCountsOnlyAbove256Bytes) {
     }
 }
 
-TEST(Eeprom, MasterEnableLivesFourCycles) {
-    // NOPs between SBI EEMWE and SBI EEWE.
-    struct Case {
-        int gap;
-        bool writes;
-    } cases[] = {{0, true}, {1, true}, {2, false}, {3, false}};
-    for (const Case& c : cases) {
-        MiniChip chip = eechip();
-        chip.m.eepromwritetime = 50;
-        chip.load(writeprogram(7, 0x42, c.gap));
-        chip.step(kSetupSteps + c.gap + 1);
-        EXPECT_EQ(chip.m.eeprom.writing, c.writes) << c.gap;
-        runwhilewriting(chip);
-        EXPECT_EQ(chip.m.eeprommem[7], c.writes ? 0x42 : 0xFF) << c.gap;
-        if (!c.writes) {
-            // The write enable bit stays set, nothing else happens.
-            EXPECT_EQ(chip.cell(MiniChip::kEecr), kEewe) << c.gap;
-        }
-    }
-}
-
 TEST(Eeprom, MasterBitIsClearedByItselfAndHeldUntilThen) {
     MiniChip chip = eechip();
     chip.load({sbi(MiniChip::kEecr, kEemweBit), cbi(MiniChip::kEecr, kEemweBit), kNop, kNop});
@@ -128,12 +137,7 @@ TEST(Eeprom, AnInterruptBetweenTheTwoBitsCostsTheWrite) {
     for (bool interrupted : {false, true}) {
         MiniChip chip = eechip();
         chip.m.eepromwritetime = 50;
-        std::vector<uint16_t> program(0x30, kNop);
-        program[MiniChip::kInt0Vector] = kReti;
-        const std::vector<uint16_t> write = writeprogram(4, 0x21);
-        program.insert(program.end(), write.begin(), write.end());
-        chip.load(program);
-        chip.m.pc = 0x30;
+        loadbehindthevectors(chip, writeprogram(4, 0x21));
         chip.setsreg(kFlagI);
         chip.cell(MiniChip::kGicr) = 0x40;
         chip.step(kSetupSteps);  // up to SBI EEMWE
@@ -146,44 +150,22 @@ TEST(Eeprom, AnInterruptBetweenTheTwoBitsCostsTheWrite) {
     }
 }
 
-TEST(Eeprom, WriteEnableWithoutMasterWritesNothing) {
-    MiniChip chip = eechip();
-    chip.load({sbi(MiniChip::kEecr, kEeweBit), kNop, kNop});
-    chip.step(3);
-    EXPECT_FALSE(chip.m.eeprom.writing);
-    EXPECT_EQ(chip.cell(MiniChip::kEecr), kEewe);
-    EXPECT_EQ(chip.m.eeprommem[0], 0xFF);
-}
-
-TEST(Eeprom, WriteStartsWithTwoCyclesAndLastsTheWriteTime) {
-    MiniChip chip = eechip();
-    chip.m.eepromwritetime = 50;  // 200 cycles at 4 MHz
-    chip.load(writeprogram(3, 0x99));
-    chip.step(kSetupSteps);
-    chip.step();  // SBI EEWE
-    EXPECT_EQ(instructioncycles(chip.m), 2u + 2u);
-    const uint64_t start = chip.m.totalcycles;
-    while (chip.m.eeprom.writing && chip.cyclesfrom(start) < 1000) {
-        EXPECT_TRUE(chip.cell(MiniChip::kEecr) & kEewe);
-        EXPECT_EQ(chip.m.eeprommem[3], 0xFF);
-        chip.step();
-    }
-    EXPECT_EQ(chip.cyclesfrom(start), 200u);
-    EXPECT_EQ(chip.m.eeprommem[3], 0x99);
-}
-
 TEST(Eeprom, TheProgramCannotDisturbAWrite) {
     MiniChip chip = eechip();
     chip.m.eepromwritetime = 50;
     std::vector<uint16_t> p = writeprogram(0x201, 0x77);
-    // After EEWE: change EEDR, EEAR, EECR's mode and read bits, and try to clear EEWE.
+    // After EEWE: try a read, change EEDR, EEAR, EECR's mode and read bits, and try to clear EEWE.
     const size_t at = kSetupSteps + 1;
-    const uint16_t meddling[] = {ldi(16, 0x11), outd(MiniChip::kEedr, 16), outd(MiniChip::kEearl, 16),
-                                 outd(MiniChip::kEearh, 16), ldi(16, 0x31), outd(MiniChip::kEecr, 16)};
+    const uint16_t meddling[] = {sbi(MiniChip::kEecr, kEereBit), ldi(16, 0x11), outd(MiniChip::kEedr, 16),
+                                 outd(MiniChip::kEearl, 16),     outd(MiniChip::kEearh, 16), ldi(16, 0x31),
+                                 outd(MiniChip::kEecr, 16)};
     for (size_t i = 0; i < std::size(meddling); ++i) p[at + i] = meddling[i];
     chip.cell(MiniChip::kEecr) = 0x20;  // mode bits at the start
     chip.load(p);
-    chip.step(kSetupSteps + 1 + std::size(meddling));
+    chip.step(kSetupSteps + 2);
+    EXPECT_EQ(instructioncycles(chip.m), 2u) << "no read during a write";
+    EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEere, 0);
+    chip.step(std::size(meddling) - 1);
     EXPECT_EQ(chip.cell(MiniChip::kEecr), 0x20 | kEewe);
     EXPECT_EQ(chip.cell(MiniChip::kEearl), 0x01);
     EXPECT_EQ(chip.cell(MiniChip::kEearh), 0x02);
@@ -193,39 +175,10 @@ TEST(Eeprom, TheProgramCannotDisturbAWrite) {
     EXPECT_EQ(chip.m.eeprommem[0x111], 0xFF);
 }
 
-TEST(Eeprom, AWriteBeyondTheEepromWritesNothingButTakesItsTime) {
-    MiniChip chip = eechip(2, 512);
-    chip.m.eepromwritetime = 50;
-    chip.load(writeprogram(0x300, 0x12));
-    chip.step(kSetupSteps + 1);
-    const uint64_t start = chip.m.totalcycles;
-    runwhilewriting(chip);
-    EXPECT_EQ(chip.cyclesfrom(start), 200u);
-    for (uint8_t byte : chip.m.eeprommem) ASSERT_EQ(byte, 0xFF);
-    EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEewe, 0);
-}
-
-TEST(Eeprom, NoReadDuringAWrite) {
-    MiniChip chip = eechip();
-    chip.m.eepromwritetime = 50;
-    std::vector<uint16_t> p = writeprogram(1, 0x66);
-    p[kSetupSteps + 1] = sbi(MiniChip::kEecr, kEereBit);
-    chip.load(p);
-    chip.step(kSetupSteps + 2);
-    EXPECT_EQ(instructioncycles(chip.m), 2u);
-    EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEere, 0);
-}
-
 TEST(Eeprom, ReadyInterruptWaitsForTheWrite) {
     MiniChip chip = eechip();
     chip.m.eepromwritetime = 50;
-    // The program lies past the vectors; RETI at the ready vector.
-    std::vector<uint16_t> program(0x30, kNop);
-    program[MiniChip::kErdyVector] = kReti;
-    const std::vector<uint16_t> write = writeprogram(9, 0x01);
-    program.insert(program.end(), write.begin(), write.end());
-    chip.load(program);
-    chip.m.pc = 0x30;
+    loadbehindthevectors(chip, writeprogram(9, 0x01));
     chip.step(kSetupSteps + 1);
     ASSERT_TRUE(chip.m.eeprom.writing);
     chip.cell(MiniChip::kEecr) |= 0x08;  // EERIE

@@ -174,13 +174,5 @@ TEST(ExternalInterrupts, AResetKeepsThePreviousLevel) {
     EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf0);
 }
 
-TEST(ExternalInterrupts, WritingOneClearsTheFlag) {
-    MiniChip chip;
-    chip.cell(MiniChip::kGifr) = kIntf0 | kIntf1;
-    chip.load({ldi(16, kIntf0), outd(MiniChip::kGifr, 16)});
-    chip.step(2);
-    EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf1);
-}
-
 }  // namespace
 }  // namespace velmora::test

@@ -38,41 +38,40 @@ TEST(PeripheralTimes, ReadingPutsTheStoredTimesIntoTheMachine) {
     EXPECT_EQ(settings.getsetting("UART Transmit/Receive Time", "x"), "1000");
 }
 
-TEST(PeripheralTimes, AGoodAnswerIsStoredAndApplied) {
-    Machine m;
-    MemorySettings settings;
-    RecordingMessenger messenger;
-    Asker asker;
-    asker.answer = " 120";
-    EXPECT_EQ(changeperipheraltime(m, settings, messenger, adconversiontime(), asker.function()),
-              TimeChange::Changed);
-    EXPECT_EQ(asker.prompt, adconversiontime().prompt);
-    EXPECT_EQ(asker.current, "25");
-    EXPECT_EQ(m.adconversiontime, 120.0f);
-    EXPECT_EQ(settings.getsettingdword("A/D Conversion Time", 0), 120);
-    EXPECT_TRUE(messenger.messages.empty());
-}
-
+// The answer to the prompt (which shows the current value) against the time's range; a good
+// one is applied and stored, a bad one told, an empty one or none cancels.
 TEST(PeripheralTimes, RangeLimitsAndCancel) {
     struct Case {
+        const PeripheralTime& time;
         std::optional<std::string> answer;
         TimeChange result;
         float value;
     } cases[] = {
-        {"50", TimeChange::Changed, 50},         {"20000", TimeChange::Changed, 20000},
-        {"49", TimeChange::OutOfRange, 3400},    {"20001", TimeChange::OutOfRange, 3400},
-        {"abc", TimeChange::OutOfRange, 3400},   {"", TimeChange::Cancelled, 3400},
-        {std::nullopt, TimeChange::Cancelled, 3400}, {"75us", TimeChange::Changed, 75},
+        {eepromwritetime(), "50", TimeChange::Changed, 50},
+        {eepromwritetime(), "20000", TimeChange::Changed, 20000},
+        {eepromwritetime(), "49", TimeChange::OutOfRange, 3400},
+        {eepromwritetime(), "20001", TimeChange::OutOfRange, 3400},
+        {eepromwritetime(), "abc", TimeChange::OutOfRange, 3400},
+        {eepromwritetime(), "", TimeChange::Cancelled, 3400},
+        {eepromwritetime(), std::nullopt, TimeChange::Cancelled, 3400},
+        {eepromwritetime(), "75us", TimeChange::Changed, 75},
+        {adconversiontime(), " 120", TimeChange::Changed, 120},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.time.caption) + ": " + c.answer.value_or("(cancel)"));
         Machine m;
         MemorySettings settings;
         RecordingMessenger messenger;
         Asker asker;
         asker.answer = c.answer;
-        EXPECT_EQ(changeperipheraltime(m, settings, messenger, eepromwritetime(), asker.function()), c.result)
-            << c.answer.value_or("(cancel)");
-        EXPECT_EQ(m.eepromwritetime, c.value);
+        EXPECT_EQ(changeperipheraltime(m, settings, messenger, c.time, asker.function()), c.result);
+        EXPECT_EQ(asker.prompt, c.time.prompt);
+        const bool eeprom = &c.time == &eepromwritetime();
+        EXPECT_EQ(asker.current, eeprom ? "3400" : "25");
+        EXPECT_EQ(eeprom ? m.eepromwritetime : m.adconversiontime, c.value);
+        if (c.result == TimeChange::Changed) {
+            EXPECT_EQ(settings.getsettingdword(eeprom ? "EEPROM Write Time" : "A/D Conversion Time", 0), c.value);
+        }
         const bool told = c.result == TimeChange::OutOfRange;
         ASSERT_EQ(messenger.messages.size(), told ? 1u : 0u);
         if (told) {

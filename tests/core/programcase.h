@@ -1,12 +1,16 @@
 #pragma once
 // One small program on a machine: data cells set before it runs, the steps it takes, and the
-// cells, the PC and the last instruction's cycles afterwards, each worked out by hand.
+// cells, the PC and the last instruction's cycles afterwards, each worked out by hand. Written
+// in a test, or read from a row of a table file (data/instructions.txt describes the columns).
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <sstream>
+#include <string>
 #include <vector>
 
+#include "support/datafile.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -16,7 +20,7 @@ struct Cell {
 };
 
 struct ProgramCase {
-    const char* name;
+    std::string name;
     std::vector<uint16_t> words;
     std::vector<Cell> before;
     int steps;
@@ -33,6 +37,51 @@ inline void runprogram(Sim& sim, const ProgramCase& c) {
         EXPECT_EQ(sim.m.datamem[cell.address], cell.value) << "cell $" << std::hex << cell.address;
     if (c.pc >= 0) { EXPECT_EQ(sim.m.pc, c.pc); }
     if (c.cycles >= 0) { EXPECT_EQ(instructioncycles(sim.m), static_cast<uint64_t>(c.cycles)); }
+}
+
+// The columns of a table row, split at "|", without the spaces around them.
+inline std::vector<std::string> columns(const std::string& text) {
+    std::vector<std::string> fields;
+    std::istringstream in(text);
+    for (std::string field; std::getline(in, field, '|');) {
+        const size_t first = field.find_first_not_of(' '), last = field.find_last_not_of(' ');
+        fields.push_back(first == std::string::npos ? "" : field.substr(first, last - first + 1));
+    }
+    if (!text.empty() && text.back() == '|') fields.push_back("");
+    return fields;
+}
+
+// "name | program | words | before | steps | after"; cells as rN, sreg, spl, sph or $address,
+// with "pc" and "cycles" among those after; every number hexadecimal.
+inline ProgramCase programrow(const DataRow& row) {
+    const std::vector<std::string> fields = columns(row.text);
+    ProgramCase c{"line " + std::to_string(row.line) + ": " + fields[0], {}, {}, 0, {}};
+    if (fields.size() != 6) {
+        ADD_FAILURE() << c.name << ": " << fields.size() << " fields";
+        return c;
+    }
+    std::istringstream words(fields[2]);
+    for (std::string w; words >> w;) c.words.push_back(static_cast<uint16_t>(std::stoi(w, nullptr, 16)));
+    c.steps = std::stoi(fields[4]);
+    const auto cells = [&](const std::string& text, std::vector<Cell>& into) {
+        std::istringstream in(text);
+        for (std::string token; in >> token;) {
+            const size_t eq = token.find('=');
+            const std::string key = token.substr(0, eq);
+            const int value = std::stoi(token.substr(eq + 1), nullptr, 16);
+            if (key == "pc") c.pc = value;
+            else if (key == "cycles") c.cycles = value;
+            else if (key == "sreg") into.push_back({kSregAddress, value});
+            else if (key == "spl") into.push_back({kSplAddress, value});
+            else if (key == "sph") into.push_back({kSphAddress, value});
+            else if (key[0] == 'r') into.push_back({std::stoi(key.substr(1)), value});
+            else if (key[0] == '$') into.push_back({std::stoi(key.substr(1), nullptr, 16), value});
+            else ADD_FAILURE() << c.name << ": no cell " << key;
+        }
+    };
+    cells(fields[3], c.before);
+    cells(fields[5], c.after);
+    return c;
 }
 
 }  // namespace velmora::test

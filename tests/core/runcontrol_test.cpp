@@ -49,23 +49,16 @@ TEST(RunControl, StartThenStopAtStepByStepCountsOneCycleNoInstruction) {
     EXPECT_FALSE(sim.run.stepenabled());
 }
 
-TEST(RunControl, StepRunsExactlyOneInstruction) {
+TEST(RunControl, StepRunsExactlyOneInstructionAndSleepEndsTheRun) {
     Sim sim;
     sim.run.menuspeed(1);
-    sim.load({kNop, kNop, kNop});
+    sim.load({kNop, kNop, kSleep});
     sim.run.menustart();
     sim.run.menustep();
     sim.run.menustep();
     EXPECT_EQ(sim.m.totalinstructions, 2u);
     EXPECT_EQ(sim.m.pc, 2);
     EXPECT_TRUE(sim.m.simulationrunning);
-}
-
-TEST(RunControl, SleepEndsASingleSteppedRun) {
-    Sim sim;
-    sim.run.menuspeed(1);
-    sim.load({kSleep});
-    sim.run.menustart();
     sim.run.menustep();
     EXPECT_FALSE(sim.m.simulationrunning);
     EXPECT_EQ(sim.messenger.messages.size(), 1u);

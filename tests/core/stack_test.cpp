@@ -12,20 +12,6 @@ namespace {
 uint16_t push(int r) { return static_cast<uint16_t>(0x920F | ((r & 31) << 4)); }
 uint16_t pop(int d) { return static_cast<uint16_t>(0x900F | ((d & 31) << 4)); }
 
-TEST(SramStack, PushPopRoundTripTwoCyclesEach) {
-    Sim sim;
-    sim.stacktop();
-    sim.load({push(5), pop(6)});
-    sim.reg(5) = 0xA5;
-    sim.step();
-    EXPECT_EQ(instructioncycles(sim.m), 2u);
-    EXPECT_EQ(stackpointer(sim.m), sim.m.dataspacesize - 2);
-    sim.step();
-    EXPECT_EQ(sim.reg(6), 0xA5);
-    EXPECT_EQ(stackpointer(sim.m), sim.m.dataspacesize - 1);
-    EXPECT_TRUE(sim.messenger.messages.empty());
-}
-
 TEST(SramStack, PushWithSpZeroDropsTheByteAndFaults) {
     Sim sim;
     sim.m.simulationrunning = true;
