@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "core/numbers.h"
@@ -66,6 +67,14 @@ LcdConfig lcdconfigfrombasic(std::string_view source, LcdConfig current) {
         current.chars = values[Chars];
     }
     return current;
+}
+
+std::optional<LcdConfig> lcdconfigfrombasicfile(const std::string& path, LcdConfig current) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return std::nullopt;
+    std::stringstream content;
+    content << file.rdbuf();
+    return lcdconfigfrombasic(content.str(), current);
 }
 
 std::string lcdbasicbeside(const std::string& programpath) {

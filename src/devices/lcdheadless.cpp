@@ -1,8 +1,6 @@
 #include "devices/lcdheadless.h"
 
-#include <fstream>
 #include <ostream>
-#include <sstream>
 
 #include "devices/devicespec.h"
 #include "devices/lcdbasic.h"
@@ -37,14 +35,12 @@ bool parsetype(const std::string& key, LcdConfig& c) {
 }
 
 bool readbasic(const std::string& path, LcdConfig& c, std::string& error) {
-    std::ifstream file(path);
-    if (!file) {
+    const auto config = lcdconfigfrombasicfile(path, c);
+    if (!config) {
         error = "cannot read '" + path + "'";
         return false;
     }
-    std::stringstream content;
-    content << file.rdbuf();
-    c = lcdconfigfrombasic(content.str(), c);
+    c = *config;
     return true;
 }
 

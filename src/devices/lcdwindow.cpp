@@ -1,9 +1,5 @@
 #include "devices/lcdwindow.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
-
 #include "devices/lcdbasic.h"
 #include "devices/lcdpaint.h"
 
@@ -52,10 +48,7 @@ void LcdWindow::open(const Paths& paths) {
     if (std::string error; !loadlcdrom(paths.data, lcd_.rom, error)) messenger_.show(error, MessageKind::Critical);
     if (const std::string basic = lcdbasicbeside(paths.program); !basic.empty() &&
         dialogs_.askyesno("Do you want to get LCD module parameters from the loaded basic program?")) {
-        std::ifstream file(basic, std::ios::binary);
-        std::stringstream content;
-        content << file.rdbuf();
-        lcd_.config = lcdconfigfrombasic(content.str(), lcd_.config);
+        lcd_.config = lcdconfigfrombasicfile(basic, lcd_.config).value_or(lcd_.config);
         save();
     }
     setupopen_ = false;
