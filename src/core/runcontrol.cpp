@@ -50,7 +50,7 @@ void RunControl::removehook(int id) {
     addedhooks_.erase(std::remove_if(addedhooks_.begin(), addedhooks_.end(), match), addedhooks_.end());
     if (inhooks_) {
         for (Hook& h : hooks_)
-            if (h.id == id) h.removed = true;
+            if (h.id == id) h.removed = hooksremoved_ = true;
         return;
     }
     hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), match), hooks_.end());
@@ -148,7 +148,11 @@ void RunControl::afterstephooks(bool isbreak) {
     }
     inhooks_ = false;
     if (!breakchecked && isbreak) menuspeed(kRateStep);
-    hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), [](const Hook& h) { return h.removed; }), hooks_.end());
+    if (hooksremoved_) {
+        hooksremoved_ = false;
+        hooks_.erase(std::remove_if(hooks_.begin(), hooks_.end(), [](const Hook& h) { return h.removed; }),
+                     hooks_.end());
+    }
     if (!addedhooks_.empty()) {
         for (Hook& h : addedhooks_) hooks_.push_back(std::move(h));
         addedhooks_.clear();

@@ -129,6 +129,7 @@ private:
     // and removals only mark, and both take effect once the last hook of the step has run.
     std::vector<Hook> addedhooks_;
     bool inhooks_ = false;
+    bool hooksremoved_ = false;
     int nexthookid_ = 1;
     uint64_t loopsteps_ = 0;
 };

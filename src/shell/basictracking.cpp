@@ -27,10 +27,9 @@ void BasicTracking::programloaded(const std::string& programpath) {
     map_ = loadbasicstepbystep(programpath);
     run_.hassourcelines = !map_.empty();
     active_ = false;
-    const std::string basic = basicsourcebeside(programpath);
     if (window_ && !map_.empty()) {
-        // The window's caption ends in the source's name.
-        const std::string name = lowercase(std::filesystem::path(basic).filename().string());
+        // The window's caption ends in the name of the source beside the program, X.bas.
+        const std::string name = lowercase(std::filesystem::path(programpath).stem().string() + ".bas");
         const std::string caption = lowercase(window_->trackingcaption());
         active_ = caption.size() >= name.size() && caption.compare(caption.size() - name.size(), name.size(), name) == 0;
     }
