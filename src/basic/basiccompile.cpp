@@ -56,6 +56,9 @@ void resetsweep(CompileContext& ctx) {
     ctx.interruptlabel.assign(ctx.model->interrupts.size(), "");
     ctx.exitlabel.clear();
     ctx.afterend = false;
+    ctx.proctable.clear();
+    ctx.functiontable.clear();
+    ctx.currentproc = ctx.currentfunction = ctx.lastproc = ctx.lastfunction = 0;
     ctx.uartopened = false;
     ctx.lcdinitialised = false;
     ctx.whilestack.clear();

@@ -80,6 +80,19 @@ struct SelectLevel {
     int count = 0;  // Case branches opened
 };
 
+// A Proc or Function header: its arguments live in global variables with made-up names.
+struct RoutineArgument {
+    std::string name;
+    std::string type;  // "Bit", "Byte", "Word" or "Long"
+};
+
+struct RoutineEntry {
+    std::string name;
+    std::string label;
+    std::vector<RoutineArgument> arguments;  // at most five
+    std::string resulttype;                  // a Function's; empty for a Proc
+};
+
 struct CompileOptions {
     bool allowarbitrarybitnames = false;  // "Allow Arbitrary Use of Official Bit Names"
     bool compatiblelisting = false;       // "MPASMWIN Listing"
@@ -134,6 +147,12 @@ struct CompileContext {
     std::vector<std::string> interruptlabel;  // parallel to model->interrupts
     std::string exitlabel;
     bool afterend = false;
+
+    // Procedures and functions, from 1 in order of declaration; 0 is outside any body.
+    std::vector<RoutineEntry> proctable;
+    std::vector<RoutineEntry> functiontable;
+    int currentproc = 0, currentfunction = 0;
+    int lastproc = 0, lastfunction = 0;
     bool uartopened = false;  // an Hseropen row has been compiled
     bool lcdinitialised = false;  // an Lcdinit row has been compiled
 

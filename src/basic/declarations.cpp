@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "basic/emit.h"
+#include "basic/procedures.h"
 #include "core/hextext.h"
 #include "basic/symbols.h"
 #include "basic/tokens.h"
@@ -270,6 +271,8 @@ bool declarationscan(CompileContext& ctx) {
         if (t[1] == "StartFromZero" && t.count() == 1) ctx.startfromzero = true;
         if (t[1] == "StepHold" && t.count() == 1) ctx.stephold = true;
         if (t[1] == "Dim" && t[3] == "As") countdim(ctx, t);
+        if (t[1] == "Proc" && t.count() > 1 && !scanprocedure(ctx, row.statement.substr(5))) return false;
+        if (t[1] == "Function" && t.count() > 1 && !scanfunction(ctx, row.statement.substr(9))) return false;
     }
     ctx.currentline = ctx.sourcelinecount() + 1;
     ctx.plan.system = ctx.stephold ? 1 : 0;

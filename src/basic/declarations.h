@@ -12,7 +12,7 @@ namespace velmora {
 // virtual locations at 96..127 that let the first sweep run.
 void preparememory(CompileContext& ctx);
 
-// A run of free locations: registers first where the Part allows, or -1.
+// A run of free locations: registers first where they may hold it, or -1.
 int allocate(CompileContext& ctx, int bytes);
 int allocateat(CompileContext& ctx, int bytes, int address);
 

@@ -20,6 +20,7 @@
 #include "basic/jumps.h"
 #include "basic/lcdstatements.h"
 #include "basic/pins.h"
+#include "basic/procedures.h"
 #include "basic/tokens.h"
 
 namespace velmora {
@@ -271,14 +272,20 @@ const Rule kRules[] = {
      },
      [](CompileContext& ctx, const Tokens& t, const std::string&) {
          if (t[1] == "Enable" || t[1] == "Disable") return enablestatement(ctx, t[2], t[1] == "Enable");
-         return notyet(ctx, t, "");
+         if (t[1] == "Resume") return resumestatement(ctx);
+         return interruptstatement(ctx, t.from(3));
      }},
     // Procedures and functions.
     {31, [](const Tokens& t) {
          return t[1] == "Proc" || t[1] == "Function" || t[1] == "Call" || (t[1] == "Exit" && t.count() == 1) ||
                 (t[1] == "End" && oneof(t[2], {"Proc", "Function"}) && t.count() == 2);
      },
-     notyet},
+     [](CompileContext& ctx, const Tokens& t, const std::string&) {
+         if (t[1] == "Call") return callstatement(ctx, t.from(2));
+         if (t[1] == "Exit") return exitstatement(ctx);
+         if (t[1] == "End") return endroutinestatement(ctx, t[2] == "Function");
+         return routinestatement(ctx, t[1] == "Function");
+     }},
     // Start-up and pin direction.
     {32, [](const Tokens& t) { return t[1] == "StartFromZero" && t.count() == 1; }, accept},
     {32, [](const Tokens& t) {
@@ -289,14 +296,19 @@ const Rule kRules[] = {
 
 bool limitedset(const CompileContext& ctx) { return ctx.model->instset == 2; }
 
-bool run(CompileContext& ctx, const Tokens& t, const std::string& row) {
+bool run(CompileContext& ctx, const Tokens& given, const std::string& row) {
+    // `x = f(a, b)` calls the function first; its result is then assigned as `x = f`.
+    const RoutineEntry* function = assignment(given) ? functioncalled(ctx, given[3]) : nullptr;
+    if (function && !callstatement(ctx, given.from(3))) return false;
+    const std::string statement = function ? given[1] + " = " + function->name : row;
+    const Tokens t = function ? Tokens(statement) : given;
     for (const Rule& rule : kRules) {
         if (!rule.fits(t)) continue;
         if (rule.fullset && limitedset(ctx))
             return fail(ctx,
                         ": This statement is not available in the current release of basic compiler\n"
                         "due to limited instruction set featured in the selected microcontroller model.");
-        return rule.handle(ctx, t, row);
+        return rule.handle(ctx, t, statement);
     }
     return fail(ctx, ": Syntax error.");
 }

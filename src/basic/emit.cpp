@@ -49,7 +49,9 @@ void addline(CompileContext& ctx, std::string text, const std::string& label, co
         ctx.outputwords = words < 0 ? static_cast<int>(org) : ctx.outputwords + words;
     }
     if (ctx.model && ctx.model->flashwords > 4096) notejump(ctx, label, instruction);
-    if (ctx.ininterrupt && !instruction.empty()) {
+    // What interrupt routines save is decided from the first sweep's text alone, so that
+    // every entry and the common exit agree on the second.
+    if (ctx.ininterrupt && !ctx.secondsweep && !instruction.empty()) {
         ctx.interrupttext += instruction;
         ctx.interrupttext += kCrLf;
     }

@@ -3,8 +3,9 @@
 #include "basic/declarations.h"
 #include "basic/dispatch.h"
 #include "basic/emit.h"
+#include "basic/interruptcontrol.h"
+#include "basic/procedures.h"
 #include "basic/jumps.h"
-#include "basic/registerscan.h"
 #include "basic/routines.h"
 #include "core/hextext.h"
 
@@ -13,25 +14,6 @@ namespace velmora {
 namespace {
 
 const char* const kOrgZero = ".ORG    0x000000";
-
-// The common exit of interrupt routines: restore what the entries saved, then RETI.
-void emitinterruptexit(CompileContext& ctx) {
-    emitlabel(ctx, ctx.exitlabel);
-    if (ctx.model->hassram()) {
-        for (int n = 31; n >= 0; --n)
-            if (registerneedssaving(ctx, n)) emitcode(ctx, "POP R" + std::to_string(n));
-        emitcode(ctx, "POP R16");
-        emitcode(ctx, "OUT SREG,R16");
-        emitcode(ctx, "POP R16");
-    } else if (ctx.secondsweep) {
-        for (int n = 31; n >= 0; --n)
-            if (registerneedssaving(ctx, n))
-                emitcode(ctx, "MOV R" + std::to_string(n) + ",r" + std::to_string(n) + "_backup");
-        emitcode(ctx, "MOV R16,r16_backup");
-        emitcode(ctx, "OUT SREG,sreg_backup");
-    }
-    emitcode(ctx, "RETI");
-}
 
 // The reset jump, a jump for each vector that has a routine, and the common exit.
 void emitvectortable(CompileContext& ctx, const std::string& startlabel) {
@@ -92,13 +74,6 @@ bool checkopenblocks(CompileContext& ctx) {
 
 }  // namespace
 
-bool registerneedssaving(const CompileContext& ctx, int n) {
-    if (n == 15 || n == 16) return false;
-    if (ctx.memoryusage.size() <= static_cast<size_t>(n) || ctx.memoryusage[static_cast<size_t>(n)] != kMemCodeRegister)
-        return false;
-    return namesregister(ctx.interrupttext, n);
-}
-
 bool generateprogram(CompileContext& ctx) {
     emitraw(ctx, std::string(kCompiledWith) + VELMORA_VERSION);
     emitraw(ctx, "; Microcontroller model: " + ctx.model->name);
@@ -110,8 +85,10 @@ bool generateprogram(CompileContext& ctx) {
         else if (!declarevariable(ctx, "regstep", "Byte"))
             return false;
     }
+    if (!declareinterruptbackups(ctx)) return false;
     emitstartup(ctx);
     emitraw(ctx, "; Begin of program");
+    if (!declareroutinevariables(ctx)) return false;
     for (int n = 1; n <= ctx.sourcelinecount(); ++n) {
         ctx.currentline = n;
         if (!emitrow(ctx, n)) return false;

@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "basic/procedures.h"
 #include "core/numbers.h"
 #include "core/textcase.h"
 
@@ -69,8 +70,9 @@ Resolved resolvesuffix(const CompileContext& ctx, const std::string& text, size_
     return {};
 }
 
-Resolved resolve(const CompileContext& ctx, const std::string& text) {
-    if (ctx.symbols.empty() || text.empty()) return {};
+Resolved resolve(const CompileContext& ctx, const std::string& given) {
+    if (ctx.symbols.empty() || given.empty()) return {};
+    const std::string text = translatename(ctx, given);
     if (text.find_first_of("()") != std::string::npos) return resolveelement(ctx, text);
     const size_t point = text.find('.');
     if (point == std::string::npos) {

@@ -21,7 +21,7 @@ const SymbolEntry* findsymbol(const CompileContext& ctx, const std::string& name
 bool validname(const std::string& text);
 
 // Each replaces a constant name by its value, checks the range and leaves a trimmed decimal
-// in `text`; on failure it reports the Part's argument message.
+// in `text`; on failure it reports the argument message.
 bool constantbit(CompileContext& ctx, std::string& text);
 bool constantbyte(CompileContext& ctx, std::string& text);
 bool constantword(CompileContext& ctx, std::string& text);

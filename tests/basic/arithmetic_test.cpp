@@ -1,5 +1,5 @@
 // One-operator rows on the simulator, with results worked out by hand (unsigned, wrapping),
-// and the code of the forms the Part fixes line by line.
+// and the code of the forms whose lines are fixed, line by line.
 
 #include "basicfixture.h"
 
