@@ -1,6 +1,7 @@
 // BASIC programs through velmora-cli run: the line trace follows loops, Gosub and If branches
 // as worked out from the programs; Adcin reads what --analog puts on a channel; Write and
-// Read go through the EEPROM the dump shows; Lcdout reaches the LCD module --lcd wires.
+// Read go through the EEPROM the dump shows; Lcdout reaches the LCD module --lcd wires; an
+// interrupt routine on a model without SRAM keeps the interrupted code's registers.
 
 #include <gtest/gtest.h>
 
@@ -92,6 +93,29 @@ TEST(CliBasicRun, LcdoutShowsOnTheWiredModule) {
     const CliResult run = runinprocess({"run", "--model", "ATmega32", "--lcd", "BAS=" + program, program});
     EXPECT_EQ(run.code, kExitSleep) << run.err;
     EXPECT_EQ(run.out, "lcd:\n|Hello65535      |\n|                |\n");
+}
+
+// ATtiny12 has no SRAM and no stack to push on: the routine copies R16, SREG and what it
+// uses into registers of their own and back. INT0 (PB1) on rising edges, 20 of them 100
+// cycles apart, so that some land inside the main loop's Word addition, which keeps R16 to
+// R18 busy as the routine's own addition does (a routine that left out R17, R18 or SREG
+// gives another sum, tried). 1 + 2 + ... + 200 = 20100 = 0x4E84; seen = 1 + ... + 20 = 210.
+TEST(CliBasicRun, InterruptRoutineWithoutSramRestoresWhatItUses) {
+    TempFolder folder;
+    const std::string program = writeprogram(
+        folder, "int0.bas",
+        "Dim edges As Byte\r\nDim seen As Word\r\nDim sum As Word\r\nDim i As Byte\r\nMCUCR = 3\r\n"
+        "Enable INT0\r\nEnable\r\nFor i = 1 To 200\r\nsum = sum + i\r\nNext i\r\nDisable\r\n"
+        "Write 0, edges\r\nWrite 1, seen.LB\r\nWrite 2, sum.LB\r\nWrite 3, sum.HB\r\nASM: SLEEP\r\n"
+        "End\r\nOn Interrupt INT0\r\nedges = edges + 1\r\nseen = seen + edges\r\nResume\r\n");
+    std::vector<std::string> args = {"run", "--model", "ATtiny12", "--dump"};
+    for (int k = 0; k < 20; ++k)
+        args.insert(args.end(), {"--pin", "PORTB.1=1@" + std::to_string(1000 + 100 * k), "--pin",
+                                 "PORTB.1=0@" + std::to_string(1050 + 100 * k)});
+    args.push_back(program);
+    const CliResult run = runinprocess(args);
+    EXPECT_EQ(run.code, kExitSleep) << run.err;
+    EXPECT_NE(run.out.find("0000: 14 D2 84 4E FF"), std::string::npos) << run.out;
 }
 
 }  // namespace
