@@ -113,8 +113,9 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
 
     bool limitreached = false, breakpointhit = false;
     const uint64_t maxcycles = options->maxcycles, maxinstructions = options->maxinstructions;
-    const std::vector<int32_t>& breakpoints = options->breakpoints;
-    if (maxcycles && !maxinstructions && breakpoints.empty()) {
+    // Breakpoint words keep quiet stretches fast: the machine tests them itself.
+    setbreakpoints(m, options->breakpoints);
+    if (maxcycles && !maxinstructions) {
         // A cycle limit alone is a cycle the machine calls attention at, which keeps quiet
         // stretches fast; it is checked right after the outside world's own turn.
         const std::function<void()> betweensteps = run.onattention;
@@ -126,26 +127,20 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
             }
             m.attentioncycle = std::min(m.attentioncycle, maxcycles);
         };
-    } else if (maxcycles || maxinstructions || !breakpoints.empty()) {
+    } else if (maxinstructions) {
         run.addhook(HookSlot::Breakpoints, 0, [&](RunControl& rc) {
             const Machine& mm = rc.machine();
-            if ((maxcycles && mm.totalcycles >= maxcycles) || (maxinstructions && mm.totalinstructions >= maxinstructions)) {
+            if ((maxcycles && mm.totalcycles >= maxcycles) || mm.totalinstructions >= maxinstructions) {
                 limitreached = true;
                 rc.menuspeed(kRateStep);
-                return;
             }
-            for (int32_t b : breakpoints)
-                if (mm.pc == b) {
-                    breakpointhit = true;
-                    rc.menuspeed(kRateStep);
-                    return;
-                }
         });
     }
     run.menuspeed(kRateUltimate);
     run.menustart();
     if (m.simulationrunning) {
         // Ended by a limit, a breakpoint, BREAK or a fault: stop as the Stop command does.
+        breakpointhit = !limitreached && atbreakpoint(m);
         m.stoprequest = true;
         run.menustop();
     }

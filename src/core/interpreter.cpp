@@ -647,7 +647,12 @@ constexpr bool registersonly(Op id) {
     }
 }
 
-[[gnu::flatten]] QuietRun runquiet(Machine& m, uint32_t count) {
+namespace {
+
+// Breakpoint words end the run after the step that reaches one; a run without any tests
+// nothing for them, so it is a separate instance of the loop.
+template <bool Breakpoints>
+[[gnu::flatten]] QuietRun runquietwith(Machine& m, uint32_t count) {
     // No instruction moves the memories, so their places stay in registers. Interrupts set
     // within the run end it; when they were already set, nothing was pending and only a write
     // to an interrupt's register (which ends the run too) can change that. Without an interrupt
@@ -657,6 +662,7 @@ constexpr bool registersonly(Op id) {
         m.interrupttable.empty() || (m.datamem[kSregAddress] & kFlagI) ? 0 : kFlagI;
     const uint8_t* const sreg = interruptflag ? m.datamem.data() + kSregAddress : &interruptflag;
     const Op* const decoded = decodetable().data();
+    const uint8_t* const breakat = m.breakat.data();
     m.laststep = Machine::LastStep::Instruction;
     m.endquiet = false;
     for (uint32_t i = 0; i < count; ++i) {
@@ -682,8 +688,16 @@ constexpr bool registersonly(Op id) {
         default: __builtin_unreachable();  // the table holds only the chain's ids
         }
         if (m.stoprequest || m.totalcycles >= m.attentioncycle) return {i + 1, true};
+        if constexpr (Breakpoints)
+            if (breakat[m.pc]) return {i + 1, true};
     }
     return {count, false};
+}
+
+}  // namespace
+
+QuietRun runquiet(Machine& m, uint32_t count) {
+    return m.breakpointsset ? runquietwith<true>(m, count) : runquietwith<false>(m, count);
 }
 
 namespace detail {

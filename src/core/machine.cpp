@@ -16,12 +16,24 @@ std::array<std::string, 9> defaultbitnames(int address) {
     return names;
 }
 
+void setbreakpoints(Machine& m, const std::vector<int32_t>& words) {
+    // One flag for every word the program counter can hold, the two spare ones included.
+    m.breakat.assign(m.progmem.size() / 2 + 1, 0);
+    m.breakpointsset = false;
+    for (int32_t word : words) {
+        if (word < 0 || word >= m.flashwords) continue;
+        m.breakat[static_cast<size_t>(word)] = 1;
+        m.breakpointsset = true;
+    }
+}
+
 void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eepromsize) {
     m.flashsize = flashsize < 0 ? 0 : flashsize;
     m.flashwords = m.flashsize / 2;
     m.pcbits = m.flashwords > 0 ? static_cast<int>(std::lround(std::log2(m.flashwords))) : 0;
     m.threebytepc = m.flashwords > 0x10000;
     m.progmem.assign(static_cast<size_t>(m.flashsize) + 4, m.unprogrammed);
+    setbreakpoints(m, {});
     m.extendedio = extendedio < 0 ? 0 : extendedio;
     m.sramsize = sramsize < 0 ? 0 : sramsize;
     m.dataspacesize = m.extendedio + m.sramsize + 96;

@@ -219,6 +219,12 @@ struct Machine {
     float eepromwritetime = 3400.0f;  // "EEPROM Write Time" in microseconds
     float uarttime = 1000.0f;  // "UART Transmit/Receive Time": microseconds per USART byte
 
+    // Program words at which a run drops to Step By Step once the program counter reaches
+    // them: one flag per word, kept by setbreakpoints(); `breakpointsset` when any is set, so
+    // that a run without them tests nothing.
+    std::vector<uint8_t> breakat;
+    bool breakpointsset = false;
+
     // Receives the stack fault messages and the drop to Step By Step.
     MachineEvents* events = nullptr;
 
@@ -253,6 +259,10 @@ inline uint16_t progword(const Machine& m, int wordaddress) {
     const uint8_t* bytes = m.progmem.data() + static_cast<size_t>(wordaddress) * 2;
     return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
 }
+
+// Sets the breakpoint words (word addresses; those outside program memory are left out).
+void setbreakpoints(Machine& m, const std::vector<int32_t>& words);
+inline bool atbreakpoint(const Machine& m) { return m.breakpointsset && m.breakat[static_cast<size_t>(m.pc)]; }
 
 // The reset of the machine: counters, data space, reset values, peripheral state.
 void clean(Machine& m);

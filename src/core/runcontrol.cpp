@@ -100,8 +100,10 @@ void RunControl::fault(const std::string& text) {
         // After the outside world's turn, which may set the attention cycle afresh.
         if (!m.observers.empty()) attendobservers(m);
     }
-    if (m.breakexecuted || !hooks_.empty()) {
-        const bool isbreak = m.breakexecuted;
+    // A breakpoint word and a BREAK instruction both drop the rate, in the hooks' order.
+    const bool breakpoint = atbreakpoint(m);
+    if (m.breakexecuted || breakpoint || !hooks_.empty()) {
+        const bool isbreak = m.breakexecuted || breakpoint;
         m.breakexecuted = false;
         afterstephooks(isbreak);
     }

@@ -103,7 +103,8 @@ private:
     };
     void sorthooks();
     void setenabled(bool start, bool stop, bool step);
-    // Breakpoint-type work after a step; the common case (no hooks, no BREAK) is tested inline.
+    // Breakpoint-type work after a step; the common case (no hooks, no BREAK, no breakpoint
+    // word) is tested inline. `isbreak`: the step ran BREAK or reached a breakpoint word.
     void afterstephooks(bool isbreak);
     void step();
     void steptail();

@@ -83,6 +83,49 @@ TEST(QuietRun, BreakStopsAtItsOwnInstruction) {
     EXPECT_EQ(sim.m.datamem[17], 1);
 }
 
+// Breakpoint words end a fast run after the step that reaches one, as single steps would
+// find it: the instruction there has not run. Word 0 is never reached again; 0x10 is reached
+// by the interrupt's entry, which counts no instruction; the run resumes past a breakpoint.
+TEST(QuietRun, BreakpointWordsStopWhereSingleStepsReachThem) {
+    const struct {
+        std::vector<int32_t> words;
+        std::vector<int32_t> stops;  // pc at each stop, resuming at Ultimate after each
+    } rows[] = {
+        {{7}, {7}},
+        {{0x11, 3}, {3, 0x11}},
+        {{0x10}, {0x10}},
+        {{0}, {}},
+        {{0x0C, 6, 8}, {6, 8, 0x0C}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.words));
+        QuietMachine stepped;
+        setbreakpoints(stepped.m, row.words);
+        stepped.run.menuspeed(kRateStep);
+        stepped.run.menustart();
+        std::vector<State> expected;
+        for (int i = 0; i < 100 && stepped.m.simulationrunning; ++i) {
+            stepped.run.menustep();
+            if (stepped.m.simulationrunning && atbreakpoint(stepped.m)) expected.push_back(state(stepped));
+        }
+
+        QuietMachine fast;
+        setbreakpoints(fast.m, row.words);
+        fast.run.menuspeed(kRateUltimate);
+        fast.run.menustart();
+        std::vector<State> stops;
+        while (fast.m.simulationrunning && stops.size() < 10) {
+            EXPECT_EQ(fast.run.simulationrate(), kRateStep);
+            stops.push_back(state(fast));
+            fast.run.menuspeed(kRateUltimate);
+        }
+        EXPECT_EQ(stops, expected);
+        ASSERT_EQ(stops.size(), row.stops.size());
+        for (size_t i = 0; i < stops.size(); ++i) EXPECT_EQ(stops[i].pc, row.stops[i]) << "stop " << i;
+        EXPECT_EQ(fast.m.stopreason, Machine::StopReason::Sleep);
+    }
+}
+
 TEST(QuietRun, PeripheralsRestAfterTheirLastChangeAndWakeOnAWrite) {
     QuietMachine sim;
     sim.run.phases.portstep = [](Machine&) {};
