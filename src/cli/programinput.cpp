@@ -137,7 +137,11 @@ std::optional<std::filesystem::path> compiletohex(const std::string& source, con
 }
 
 bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
-                     SourceMap* lines) {
+                     BasicCompanions* basic) {
+    // Read while a translation's files are still there.
+    const auto companions = [basic](const std::string& hexpath) {
+        if (basic) *basic = {loadbasicstepbystep(hexpath), loadbasicwatch(hexpath)};
+    };
     for (const SourceKind& kind : kSourceKinds) {
         if (!hasextension(path, kind.extension)) continue;
         const ScratchFolder folder;
@@ -146,12 +150,11 @@ bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, 
             return false;
         }
         const std::optional<std::filesystem::path> hex = kind.build(path, folder.path(), m, err);
-        // The map is read while the translation's files are still there.
-        if (hex && lines) *lines = loadbasicstepbystep(hex->string());
+        if (hex) companions(hex->string());
         return hex && loadhex(m, hex->string(), messenger);
     }
     if (hasextension(path, ".hex")) {
-        if (lines) *lines = loadbasicstepbystep(path);
+        companions(path);
         return loadhex(m, path, messenger);
     }
     return loadwordfile(m, path, err);

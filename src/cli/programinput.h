@@ -11,6 +11,7 @@
 #include "core/events.h"
 #include "core/machine.h"
 #include "debug/sourcemap.h"
+#include "debug/watchvariables.h"
 
 namespace velmora {
 
@@ -41,13 +42,19 @@ inline constexpr SourceKind kSourceKinds[] = {
     {".bas", compiletohex},
 };
 
+// What a program compiled from BASIC (a .bas, or a .hex with its BASIC source, code and
+// listing beside it) brings beside its code; both stay empty for other programs.
+struct BasicCompanions {
+    SourceMap lines;                   // address -> BASIC line
+    std::vector<WatchEntry> variables; // the declared variables
+};
+
 // Loads `path` into the machine's program memory by its kind: ".hex" as Load Program does
 // (messages through `messenger`), a source kind through its builder and a temporary folder,
 // anything else as a word file. False after saying why; memory is left clean then. With
-// `lines`, the BASIC line map of a compiled program (a .bas, or a .hex with its BASIC
-// source, code and listing beside it) goes there; it stays empty for other programs.
+// `basic`, what a compiled BASIC program brings goes there.
 bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
-                     SourceMap* lines = nullptr);
+                     BasicCompanions* basic = nullptr);
 
 // Reads whitespace-separated hexadecimal words; ';' starts a comment. Nothing on error.
 std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);

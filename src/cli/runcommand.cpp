@@ -9,6 +9,7 @@
 #include "cli/rundevices.h"
 #include "cli/runio.h"
 #include "cli/runoptions.h"
+#include "cli/runwatch.h"
 #include "cli/session.h"
 #include "cli/statedump.h"
 #include "cli/vcdtrace.h"
@@ -70,6 +71,11 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     if (options->uarttime) m.uarttime = *options->uarttime;
     const std::string mismatch = checkinputs(m, *options);
     if (!mismatch.empty()) return usageerror(runtext(), mismatch, err);
+    const auto watches = resolvewatches(m, session.basicvariables(), options->watches, error);
+    if (!watches) {
+        err << "velmora-cli run: " << error << "\n";
+        return kExitInputError;
+    }
     // Wired before Start, whose reset they see; destroyed before the machine they watch.
     RunDevices devices;
     if (!devices.attach(m, options->devices, !options->devicelog.empty(), error))
@@ -164,9 +170,18 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
         devices.print(m, out);
         linestart = true;
     }
+    const WatchedValues watched = watchedvalues(m, options->watches, *watches);
+    if (!watched.empty() && !options->dumpjson) {
+        if (!linestart) out << "\n";
+        printwatches(watched, out);
+        linestart = true;
+    }
     if (options->dump) {
         if (!linestart) out << "\n";
-        (options->dumpjson ? dumpstatejson : dumpstate)(m, out);
+        if (options->dumpjson)
+            dumpstatejson(m, out, watched);
+        else
+            dumpstate(m, out);
     }
     return exitcode(m, limitreached, breakpointhit);
 }

@@ -153,7 +153,7 @@ const CommandText& runtext() {
         "Then, on stdout and each on a line of its own: the state of every wired device (for\n"
         "--lcd: 'lcd:', the rows between '|' marks with '?' for a user character, one line with\n"
         "the dots of each user character shown, and 'ERROR: ...' when a byte came while the module\n"
-        "was busy and was dropped), and last the dump.\n"
+        "was busy and was dropped), the --watch values, and last the dump.\n"
         "options:\n"
         "  --model NAME            microcontroller model ('velmora-cli models' lists them)\n"
         "  --clock MHZ             clock frequency in MHz (default 4)\n"
@@ -190,6 +190,10 @@ const CommandText& runtext() {
         "  --trace-basic PATH      write the BASIC line of every statement the program reaches to\n"
         "                          PATH: CYCLE<tab>LINE, a line again only after another one; for\n"
         "                          a .bas, or a .hex with its .bas, .asm and .lst beside it\n"
+        "  --watch NAME            at the end print NAME = VALUE (decimal) for a variable of a\n"
+        "                          program compiled from BASIC (Bit, Byte, Word, Long, array\n"
+        "                          elements as a(0), a(1), ...), a named register of the model or\n"
+        "                          R0-R31; repeatable; in the JSON dump as \"watch\":{NAME:VALUE}\n"
         "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
         "                          and the EEPROM rows that are not erased\n"
         "  --dump-format text|json the dump as text (default) or as one line of JSON after the\n"
@@ -205,7 +209,8 @@ const CommandText& runtext() {
 std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, std::string& error) {
     std::vector<std::string> valued = {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
                                        "--uart-in", "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd",
-                                       "--vcd-pins", "--dump-format", "--device-log", "--trace-basic"};
+                                       "--vcd-pins", "--dump-format", "--device-log", "--trace-basic",
+                                       "--watch"};
     for (const DeviceKind& kind : devicekinds()) valued.push_back(kind.option);
     const ParsedArgs parsed = parseargs(args, valued, {"--dump", "--infinite-loop-stop"});
     RunOptions o;
@@ -256,6 +261,12 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
                 return std::nullopt;
             }
             o.uartin.push_back({false, *bytes});
+        } else if (name == "--watch") {
+            if (value.empty()) {
+                error = "--watch needs a variable or register name";
+                return std::nullopt;
+            }
+            o.watches.push_back(value);
         } else if (name == "--uart-in-file") {
             o.uartin.push_back({true, value});
         } else if (name == "--uart-time") {

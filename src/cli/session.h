@@ -11,6 +11,7 @@
 #include "core/machine.h"
 #include "core/memorysettings.h"
 #include "core/runcontrol.h"
+#include "cli/programinput.h"
 #include "debug/sourcemap.h"
 #include "models/modelfile.h"
 
@@ -53,7 +54,8 @@ public:
     // printing why not, naming the file.
     bool loadprogram(const std::string& path);
     // The BASIC line map of the loaded program; empty unless it was compiled from BASIC.
-    const SourceMap& sourcelines() const { return sourcelines_; }
+    const SourceMap& sourcelines() const { return basic_.lines; }
+    const std::vector<WatchEntry>& basicvariables() const { return basic_.variables; }
 
 private:
     std::ostream& err_;
@@ -63,7 +65,7 @@ private:
     MemorySettings settings_;
     ModelDefinitions definitions_;
     std::unique_ptr<RunControl> run_;
-    SourceMap sourcelines_;
+    BasicCompanions basic_;
 };
 
 // Folder of the at*.cfg model files.

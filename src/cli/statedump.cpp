@@ -75,7 +75,7 @@ void dumpstate(const Machine& m, std::ostream& out) {
     dumpeeprom(m, out);
 }
 
-void dumpstatejson(const Machine& m, std::ostream& out) {
+void dumpstatejson(const Machine& m, std::ostream& out, const WatchedValues& watched) {
     out << "{\"registers\":[";
     for (int r = 0; r < 32; ++r) out << (r ? "," : "") << static_cast<int>(m.datamem[r]);
     out << "],\"SREG\":" << static_cast<int>(m.datamem[kSregAddress]) << ",\"SP\":" << stackpointer(m)
@@ -87,7 +87,14 @@ void dumpstatejson(const Machine& m, std::ostream& out) {
     });
     out << "},\"eeprom\":[";
     for (size_t a = 0; a < m.eeprommem.size(); ++a) out << (a ? "," : "") << static_cast<int>(m.eeprommem[a]);
-    out << "]}\n";
+    out << "]";
+    if (!watched.empty()) {
+        out << ",\"watch\":{";
+        for (size_t i = 0; i < watched.size(); ++i)
+            out << (i ? "," : "") << jsonstring(watched[i].first) << ":" << watched[i].second;
+        out << "}";
+    }
+    out << "}\n";
 }
 
 }  // namespace velmora

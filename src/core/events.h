@@ -3,6 +3,7 @@
 // desktop implementation and a scripted or recording one for tests and the CLI.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace velmora {
@@ -14,6 +15,16 @@ class Messenger {
 public:
     virtual ~Messenger() = default;
     virtual void show(const std::string& text, MessageKind kind) = 0;
+};
+
+// The plain questions a window puts to its user: a prompt with a typed answer and a yes/no
+// question. The desktop answers with dialogs, tests from a script.
+class Questions {
+public:
+    virtual ~Questions() = default;
+    // The answer, or nothing when the user cancelled.
+    virtual std::optional<std::string> inputbox(const std::string& prompt, const std::string& defaultanswer) = 0;
+    virtual bool askyesno(const std::string& question) = 0;
 };
 
 // What the machine tells its run control: a stack fault speaks and drops the rate to Step By Step.

@@ -4,6 +4,7 @@
 #include "image/hexload.h"
 #include "shell/messagepolicy.h"
 #include "shell/settingnames.h"
+#include "shell/settingsstore.h"
 
 namespace velmora {
 
@@ -15,7 +16,10 @@ MainWindowModel::MainWindowModel(ShellServices services, std::string datadirecto
       optioncommands_(sim_, options_, services.settings, services.messenger, services.input, registry_),
       editing_(sim_.run(), services.input),
       modelselection_(sim_, services.settings, registry_),
-      tracking_(sim_.run(), options_) {
+      tracking_(sim_.run(), options_),
+      breakpoints_(sim_.machine()),
+      special_(sim_.run(), services.input, services.messenger),
+      watch_(sim_.machine(), services.settings, services.input, (userdatafolder() / "watch.dat").string()) {
     sim_.run().ekran = [this] { notify(ekran); };
     sim_.run().commandschanged = [this] { notify(menuschanged); };
     optioncommands_.registerorderchanged = [this] { notify(ekran); };
@@ -184,7 +188,7 @@ void MainWindowModel::selectmicrocontroller() {
         return;
     }
     scroll = {};
-    refreshall();
+    afterprogramchange();
 }
 
 void MainWindowModel::refreshall() {
@@ -195,7 +199,17 @@ void MainWindowModel::refreshall() {
 
 void MainWindowModel::afterprogramchange() {
     tracking_.programloaded(qprogram());
+    breakpoints_.clear();
+    special_.clear();
+    watch_.programloaded(qprogram());
     refreshall();
+}
+
+void MainWindowModel::debugkey(int functionkey, bool shift) {
+    if (!machine().simulationrunning) return;
+    if (functionkey == 1) run().menuspeed(shift ? kRateStep : options_.rate);
+    if (functionkey == 2) run().menustep();
+    if (functionkey == 3) run().menustop();
 }
 
 void MainWindowModel::clickregistername(int row) {

@@ -10,6 +10,9 @@
 #include <vector>
 
 #include "core/events.h"
+#include "debug/breakpointlist.h"
+#include "debug/specialbreakpoints.h"
+#include "debug/watchvariables.h"
 #include "image/programcommands.h"
 #include "shell/mainwindowfields.h"
 #include "shell/mainwindowmenus.h"
@@ -52,6 +55,12 @@ public:
     BasicTracking& tracking() { return tracking_; }
     PausedEditing& editing() { return editing_; }
     ModelSelection& modelselection() { return modelselection_; }
+    // The debugging state of the loaded program; a load, a clear or a model change resets it.
+    BreakpointList& breakpoints() { return breakpoints_; }
+    SpecialBreakpoints& specialbreakpoints() { return special_; }
+    WatchVariables& watch() { return watch_; }
+    // F1 (with Shift: Step By Step), F2 and F3 of a debugging window while a program runs.
+    void debugkey(int functionkey, bool shift);
     SettingsAccess& settings() { return services_.settings; }
     // Product data: model files, the LCD character ROM.
     const std::string& datadirectory() const { return datadirectory_; }
@@ -125,6 +134,9 @@ private:
     PausedEditing editing_;
     ModelSelection modelselection_;
     BasicTracking tracking_;
+    BreakpointList breakpoints_;
+    SpecialBreakpoints special_;
+    WatchVariables watch_;
     bool menusenabled_ = true;
 };
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -93,6 +94,35 @@ TEST(CliBasicRun, LcdoutShowsOnTheWiredModule) {
     const CliResult run = runinprocess({"run", "--model", "ATmega32", "--lcd", "BAS=" + program, program});
     EXPECT_EQ(run.code, kExitSleep) << run.err;
     EXPECT_EQ(run.out, "lcd:\n|Hello65535      |\n|                |\n");
+}
+
+// --watch names the program's variables (values from procedures.reasoning.md) and the
+// model's registers; JSON puts them into the dump; an unknown name stops before the run.
+TEST(CliBasicRun, WatchPrintsVariablesAndRegisters) {
+    const std::string program =
+        (std::filesystem::path(VELMORA_TEST_DATA_DIR).parent_path().parent_path() / "basic/data/families/procedures.bas")
+            .string();
+    const std::vector<std::string> run = {"run", "--model", "ATmega32", "--infinite-loop-stop", "--watch", "total",
+                                          "--watch", "arr(3)", "--watch", "N", "--watch", "ddrb", "--watch", "R15"};
+    std::vector<std::string> text = run;
+    text.push_back(program);
+    const CliResult plain = runinprocess(text);
+    EXPECT_EQ(plain.code, kExitInfiniteLoop) << plain.err;
+    EXPECT_NE(plain.out.find("P12 1262\r\ntotal = 1262\narr(3) = 3\nN = 9\nddrb = 0\nR15 = 0\n"), std::string::npos)
+        << plain.out;
+
+    std::vector<std::string> json = run;
+    json.insert(json.end(), {"--dump-format", "json", program});
+    const CliResult dumped = runinprocess(json);
+    EXPECT_NE(dumped.out.find(",\"watch\":{\"total\":1262,\"arr(3)\":3,\"N\":9,\"ddrb\":0,\"R15\":0}}"),
+              std::string::npos)
+        << dumped.out;
+    EXPECT_EQ(dumped.out.find("total = "), std::string::npos);
+
+    const CliResult unknown = runinprocess({"run", "--watch", "nothere", program});
+    EXPECT_EQ(unknown.code, kExitInputError);
+    EXPECT_NE(unknown.err.find("--watch 'nothere' names no variable"), std::string::npos) << unknown.err;
+    EXPECT_EQ(runinprocess({"run", "--watch=", program}).code, kExitUsage);
 }
 
 // ATtiny12 has no SRAM and no stack to push on: the routine copies R16, SREG and what it
