@@ -18,6 +18,14 @@ namespace {
 // At the two fastest rates the loop yields on wall time, not per step.
 constexpr double kYieldBudgetSeconds = 0.015;
 constexpr uint32_t kStepsBetweenClockReads = 4096;
+
+// The refresh interval of the Ultimate rate; a hand-edited value its prompt would refuse
+// gives the default.
+int ultimatetimerms(SettingsAccess& settings) {
+    constexpr int32_t kDefault = 500, kLow = 1, kHigh = 2000;
+    const int32_t stored = settings.getsettingdword("Ultimate Timer", kDefault);
+    return stored >= kLow && stored <= kHigh ? stored : kDefault;
+}
 }  // namespace
 
 RunControl::RunControl(Machine& machine, Messenger& messenger, Clock& clock, SettingsAccess& settings)
@@ -227,7 +235,7 @@ void RunControl::menuspeed(int rate) {
         return;
     }
     if (rate == kRateUltimate) {
-        if (setultimatetimer) setultimatetimer(settings_.getsettingdword("Ultimate Timer", 500));
+        if (setultimatetimer) setultimatetimer(ultimatetimerms(settings_));
         ultimaterefresh_ = false;
     }
     if (rate == kRateStep) {
@@ -264,7 +272,7 @@ void RunControl::menustart() {
         return;
     }
     if (rate_ == kRateUltimate) {
-        if (setultimatetimer) setultimatetimer(settings_.getsettingdword("Ultimate Timer", 500));
+        if (setultimatetimer) setultimatetimer(ultimatetimerms(settings_));
         ultimaterefresh_ = false;
     }
     runloop();

@@ -46,8 +46,7 @@ void AssemblerWindow::onload() {
 AsmWindowGeometry AssemblerWindow::geometry() {
     AsmWindowGeometry g;
     static_cast<SourceWindowGeometry&>(g) = savedgeometry();
-    g.divider =
-        std::clamp(settinginteger(main_.settings().getsetting(kAssemblerDivider, "70")), kDividerLow, kDividerHigh);
+    g.divider = readnumber(main_.settings(), kAssemblerDivider, {kDividerLow, kDividerHigh});
     return g;
 }
 

@@ -4,7 +4,6 @@
 
 #include "shell/settingnames.h"
 #include "shell/settingswitches.h"
-#include "shell/settingvalues.h"
 
 namespace velmora {
 
@@ -21,7 +20,8 @@ void MessagePolicy::show(const std::string& text, MessageKind kind) {
         display_.modalbox(kProductName, text, kind);
         return;
     }
-    const int seconds = settinginteger(readsetting(settings_, settingnames::kMessageDuration));
+    const int seconds =
+        readnumber(settings_, settingnames::kMessageDuration, {kMessageDurationLow, kMessageDurationHigh});
     display_.confirmation(confirmationlines(text), seconds);
 }
 

@@ -14,6 +14,8 @@ namespace velmora {
 
 inline constexpr char kProductName[] = "Velmora";
 inline constexpr int kConfirmationLines = 7;
+// Seconds the Confirmation window may stay: an hour is more than anyone reads a line for.
+inline constexpr int kMessageDurationLow = 1, kMessageDurationHigh = 3600;
 
 // What draws the two kinds of message.
 class MessageDisplay {

@@ -26,7 +26,6 @@ std::string trimmed(const std::string& text) {
 
 namespace {
 constexpr char kUltimateRefresh[] = "menuultimaterefresh";
-constexpr int32_t kUltimateLow = 1, kUltimateHigh = 2000;
 
 const PeripheralTime* findperipheraltime(const std::string& control) {
     for (const PeripheralTime& time : peripheraltimes())
@@ -113,8 +112,8 @@ void OptionCommands::change(const std::string& control) {
     }
     if (control != kUltimateRefresh) return;
     const std::optional<int32_t> value =
-        asknumberinrange(messenger_, ask, kUltimateRefreshPrompt, std::to_string(options_.ultimatetimer), kUltimateLow,
-                         kUltimateHigh)
+        asknumberinrange(messenger_, ask, kUltimateRefreshPrompt, std::to_string(options_.ultimatetimer), kUltimateTimerLow,
+                         kUltimateTimerHigh)
             .value;
     if (!value) return;
     options_.ultimatetimer = *value;

@@ -279,8 +279,7 @@ const SettingInfo* findsetting(std::string_view name) {
 
 WindowPlace readwindowplace(SettingsAccess& settings, int window) {
     auto coordinate = [&](const char* pattern, int32_t fallback) {
-        const int32_t value = settinginteger(settings.getsetting(settingname(pattern, window), settingtext(fallback)));
-        return value < 0 ? fallback : value;
+        return readnumber(settings, settingname(pattern, window), fallback, {0, kWindowTwipsHigh});
     };
     return {coordinate(kWindowLeft, defaultleft(window)), coordinate(kWindowTop, defaulttop(window))};
 }

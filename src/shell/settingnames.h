@@ -242,8 +242,12 @@ const SettingInfo* findsetting(std::string_view name);
 // Windows that keep their geometry: the number table of the window positions.
 const std::vector<int>& positionedwindows();
 
+// The largest place or size of a window in twips: 32767 pixels, beyond any screen, and small
+// enough that pixel arithmetic on it cannot overflow.
+inline constexpr int32_t kWindowTwipsHigh = 32767 * 15;
+
 // A window's saved place in twips. A negative value gives the default instead, so that no
-// window is lost off the screen to the left or top.
+// window is lost off the screen to the left or top; so does one beyond kWindowTwipsHigh.
 struct WindowPlace {
     int32_t left = 0;
     int32_t top = 0;

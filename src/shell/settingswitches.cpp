@@ -20,6 +20,10 @@ std::string readsetting(SettingsAccess& settings, std::string_view name) {
     return settings.getsetting(std::string(name), tabledefault(name));
 }
 
+int32_t readnumber(SettingsAccess& settings, std::string_view name, NumberRange range) {
+    return readnumber(settings, name, settinginteger(tabledefault(name)), range);
+}
+
 bool isswitchon(std::string_view text) {
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ') text.remove_suffix(1);

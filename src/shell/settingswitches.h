@@ -7,11 +7,16 @@
 #include <string_view>
 
 #include "core/events.h"
+#include "shell/settingvalues.h"
 
 namespace velmora {
 
 // The value, or its table default (written back) when it does not exist yet.
 std::string readsetting(SettingsAccess& settings, std::string_view name);
+
+// A numeric setting with the default of the table of names, which it falls back on when the
+// stored value lies outside `range`.
+int32_t readnumber(SettingsAccess& settings, std::string_view name, NumberRange range);
 
 // "ON", "1" and "-1" are on, in any letter case; everything else is off.
 bool isswitchon(std::string_view text);

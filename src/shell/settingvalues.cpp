@@ -38,4 +38,18 @@ std::string settingtext(double value) {
     return std::string(buffer, result.ptr);
 }
 
+int32_t rangednumber(std::string_view text, int32_t defaultvalue, NumberRange range) {
+    const int64_t value = lenientdecimal(text);
+    return value >= range.low && value <= range.high ? static_cast<int32_t>(value) : defaultvalue;
+}
+
+int32_t readnumber(SettingsAccess& settings, std::string_view name, int32_t defaultvalue, NumberRange range) {
+    return rangednumber(settings.getsetting(std::string(name), settingtext(defaultvalue)), defaultvalue, range);
+}
+
+double readreal(SettingsAccess& settings, std::string_view name, double defaultvalue, RealRange range) {
+    const double value = settingreal(settings.getsetting(std::string(name), settingtext(defaultvalue)));
+    return value >= range.low && value <= range.high ? value : defaultvalue;
+}
+
 }  // namespace velmora

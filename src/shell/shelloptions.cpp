@@ -25,7 +25,9 @@ double decimalvalue(const std::string& text) {
     return value;
 }
 
-int32_t number(SettingsAccess& settings, const char* name) { return settinginteger(readsetting(settings, name)); }
+constexpr NumberRange kRateRange{1, 6};
+constexpr NumberRange kUltimateTimerRange{kUltimateTimerLow, kUltimateTimerHigh};
+constexpr NumberRange kUnprogrammedBitRange{0, 1};
 }  // namespace
 
 bool ShellOptions::on(const std::string& setting) const {
@@ -39,12 +41,11 @@ ShellOptions readshelloptions(SettingsAccess& settings, const std::string& progr
     o.switches[kSavePositions] = readswitch(settings, kSavePositions);
     o.clockfrequency = readsetting(settings, kClockFrequency);
     for (const char* name : {kEepromWriteTime, kAdConversionTime, kUartTime}) readsetting(settings, name);
-    o.rate = number(settings, kSimulationRate);
-    o.ultimatetimer = number(settings, kUltimateTimer);
-    o.unprogrammedbit = number(settings, kUnprogrammedBitValue);
+    o.rate = readnumber(settings, kSimulationRate, kRateRange);
+    o.ultimatetimer = readnumber(settings, kUltimateTimer, kUltimateTimerRange);
+    o.unprogrammedbit = readnumber(settings, kUnprogrammedBitValue, kUnprogrammedBitRange);
     for (const char* name : kSwitches) o.switches[name] = readswitch(settings, name);
     if (!validclocktext(o.clockfrequency)) o.clockfrequency = std::string(1, '4');
-    if (o.rate < 1 || o.rate > 6) o.rate = 4;
     return o;
 }
 

@@ -11,6 +11,9 @@
 
 namespace velmora {
 
+// Milliseconds of the Ultimate rate's refresh timer, as its prompt allows them.
+inline constexpr int32_t kUltimateTimerLow = 1, kUltimateTimerHigh = 2000;
+
 struct ShellOptions {
     std::string lastpath;
     std::string clockfrequency;  // as the user typed it

@@ -15,6 +15,11 @@ namespace velmora {
 namespace fs = std::filesystem;
 using namespace settingnames;
 
+namespace {
+constexpr double kPrinterFontSizeDefault = 9;
+constexpr RealRange kPrinterFontSizeRange{1, 144};  // points a printed page can hold
+}  // namespace
+
 bool sourcefileexists(const std::string& path) {
     std::error_code error;
     return !path.empty() && fs::is_regular_file(path, error);
@@ -65,8 +70,12 @@ SourceWindowGeometry SourceWindow::savedgeometry() {
     SourceWindowGeometry g;
     g.place = startposition(settings, kind_.window);
     if (!readswitch(settings, kSavePositions)) return g;
-    const int32_t width = settinginteger(settings.getsetting(settingname(kWindowWidth, kind_.window), ""));
-    const int32_t height = settinginteger(settings.getsetting(settingname(kWindowHeight, kind_.window), ""));
+    // No default: a size missing or out of range leaves the window at its design size.
+    const auto size = [&](const char* pattern) {
+        return rangednumber(settings.getsetting(settingname(pattern, kind_.window), ""), 0, {1, kWindowTwipsHigh});
+    };
+    const int32_t width = size(kWindowWidth);
+    const int32_t height = size(kWindowHeight);
     if (width > 0 && height > 0) g.size = PixelPoint{width / kTwipsPerPixel, height / kTwipsPerPixel};
     return g;
 }
@@ -179,7 +188,7 @@ bool SourceWindow::printsource(const SourceEditorState& what, const std::string&
     job.title = title;
     job.text = what.text;
     job.fontname = readsetting(main_.settings(), kPrinterFontName);
-    job.fontsize = settingreal(readsetting(main_.settings(), kPrinterFontSize));
+    job.fontsize = readreal(main_.settings(), kPrinterFontSize, kPrinterFontSizeDefault, kPrinterFontSizeRange);
     return print && print(job);
 }
 

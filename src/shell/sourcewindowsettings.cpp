@@ -4,7 +4,6 @@
 
 #include "shell/settingnames.h"
 #include "shell/settingswitches.h"
-#include "shell/settingvalues.h"
 
 namespace velmora {
 
@@ -15,16 +14,25 @@ EditorColor editorcolor(int32_t stored) {
     return {static_cast<int>(value & 0xFF), static_cast<int>((value >> 8) & 0xFF), static_cast<int>(value >> 16)};
 }
 
+namespace {
+// What the text control can draw and keep; beyond these a hand-edited value is ignored.
+constexpr NumberRange kFontSizeRange{1, 144};
+constexpr NumberRange kColorRange{0, 0xFFFFFF};
+constexpr NumberRange kTabSizeRange{1, 64};
+constexpr NumberRange kWheelStepRange{1, 1000};
+constexpr NumberRange kUndoLevelsRange{0, 10000};
+}  // namespace
+
 EditorSettings readeditorsettings(SettingsAccess& settings, const char* prefix) {
     const auto name = [prefix](const char* pattern) { return settingname(pattern, prefix); };
     const auto text = [&](const char* pattern) { return readsetting(settings, name(pattern)); };
-    const auto number = [&](const char* pattern) { return settinginteger(text(pattern)); };
-    const auto color = [&](const char* pattern) { return editorcolor(number(pattern)); };
+    const auto number = [&](const char* pattern, NumberRange range) { return readnumber(settings, name(pattern), range); };
+    const auto color = [&](const char* pattern) { return editorcolor(number(pattern, kColorRange)); };
     const auto on = [&](const char* pattern) { return readswitch(settings, name(pattern)); };
 
     EditorSettings s;
     s.fontname = text(kEditorFontName);
-    s.fontsize = number(kEditorFontSize);
+    s.fontsize = number(kEditorFontSize, kFontSizeRange);
     s.coloring = on(kEditorColoringEnabled);
     s.background = color(kEditorBackgroundColor);
     s.text = color(kEditorTextColor);
@@ -34,9 +42,9 @@ EditorSettings readeditorsettings(SettingsAccess& settings, const char* prefix) 
     s.linenumberbackground = color(kEditorLineNumbersBackgroundColor);
     s.linenumbertext = color(kEditorLineNumbersTextColor);
     s.linenumbers = on(kEditorLineNumbersEnabled);
-    s.tabsize = number(kEditorTabSize);
-    s.wheelstep = number(kEditorScrollWheelStep);
-    s.undolevels = number(kEditorUndoLevelsNumber);
+    s.tabsize = number(kEditorTabSize, kTabSizeRange);
+    s.wheelstep = number(kEditorScrollWheelStep, kWheelStepRange);
+    s.undolevels = number(kEditorUndoLevelsNumber, kUndoLevelsRange);
     const bool basic = std::strcmp(prefix, kBasicEditor) == 0;
     s.string = basic ? color(kEditorStringColor) : s.text;
     s.asmcode = basic ? color(kEditorAsmColor) : s.text;

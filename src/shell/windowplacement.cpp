@@ -9,12 +9,13 @@ namespace velmora {
 using namespace settingnames;
 
 namespace {
-// A negative coordinate is replaced by the default in the store too, so it is gone for good.
+// A coordinate that is not used (negative, or beyond every screen) is replaced by the default
+// in the store too, so it is gone for good.
 WindowPlace validatedplace(SettingsAccess& settings, int window) {
     const WindowPlace place = readwindowplace(settings, window);
     const auto repair = [&](const char* pattern, int32_t valid) {
         const std::string name = settingname(pattern, window);
-        if (settinginteger(settings.getsetting(name, settingtext(valid))) < 0)
+        if (rangednumber(settings.getsetting(name, settingtext(valid)), -1, {0, kWindowTwipsHigh}) < 0)
             settings.putsetting(name, settingtext(valid));
     };
     repair(kWindowLeft, place.left);

@@ -19,7 +19,8 @@ struct PixelPoint {
 // gives the default); nothing when it is off, and the window is centred instead.
 std::optional<PixelPoint> startposition(SettingsAccess& settings, int window);
 
-// Replaces the negative coordinates of every window in the store by their defaults.
+// Replaces the unusable coordinates (negative or too large) of every window in the store by
+// their defaults.
 void validatepositions(SettingsAccess& settings);
 
 // Stores a window's place, given in pixels.

@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
 
 #include "shell/messagepolicy.h"
 
@@ -28,7 +30,9 @@ void ConfirmationWindow::showlines(const QStringList& lines, int seconds) {
     }
     show();
     raise();
-    timer_.start(std::max(seconds, 1) * 1000);
+    // The policy keeps the duration in range; this guards the product against any caller.
+    constexpr int kLongestSeconds = std::numeric_limits<int>::max() / 1000;
+    timer_.start(std::clamp(seconds, 1, kLongestSeconds) * 1000);
 }
 
 }  // namespace velmora

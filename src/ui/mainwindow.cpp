@@ -12,6 +12,7 @@
 #include <QWindowStateChangeEvent>
 
 #include "shell/messagepolicy.h"
+#include "ui/screenplacement.h"
 #include "ui/selectmodeldialog.h"
 #include "ui/themecolors.h"
 
@@ -307,7 +308,7 @@ void MainWindow::applytheme(const Theme& theme) {
 
 void MainWindow::placewindow(std::optional<PixelPoint> place) {
     if (place)
-        move(place->x, place->y);
+        move(onscreenplace({place->x, place->y}, size()));
     else if (const QScreen* screen = QGuiApplication::primaryScreen())
         move(screen->availableGeometry().center() - rect().center());
     show();

@@ -8,6 +8,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include "ui/screenplacement.h"
+
 namespace velmora {
 
 namespace {
@@ -106,9 +108,9 @@ bool printtopdf(QWidget* parent, const SourcePrintJob& job, const std::function<
 void placesourcewindow(QWidget* window, const SourceWindowGeometry& geometry, QSize designsize) {
     window->resize(geometry.size ? QSize(geometry.size->x, geometry.size->y) : designsize);
     if (geometry.place)
-        window->move(geometry.place->x, geometry.place->y);
-    else if (const QScreen* screen = QGuiApplication::primaryScreen())
-        window->move(screen->availableGeometry().center() - QPoint(window->width() / 2, window->height() / 2));
+        window->move(onscreenplace({geometry.place->x, geometry.place->y}, window->size()));
+    else
+        window->move(primarycentre(window->size()));
 }
 
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include <QScreen>
 
 #include "shell/windowplacement.h"
+#include "ui/screenplacement.h"
 
 namespace velmora {
 
@@ -32,9 +33,9 @@ QCheckBox* ToolWindow::makeontopbox() {
 void ToolWindow::placeonscreen() {
     adjustSize();
     if (const auto place = startposition(model_.settings(), window_))
-        move(place->x, place->y);
-    else if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - QPoint(width() / 2, height() / 2));
+        move(onscreenplace({place->x, place->y}, size()));
+    else
+        move(primarycentre(size()));
 }
 
 void ToolWindow::unload() {
