@@ -1,0 +1,2 @@
+' Only comments
+' and nothing else

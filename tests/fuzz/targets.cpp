@@ -1,0 +1,20 @@
+#include "fuzztargets.h"
+
+#include <array>
+
+namespace velmora::fuzz {
+
+std::span<const FuzzTarget> fuzztargets() {
+    static constexpr std::array<FuzzTarget, 7> kTargets{{
+        {"hex", fuzz_hex},
+        {"asm", fuzz_asm},
+        {"disasm", fuzz_disasm},
+        {"model", fuzz_model},
+        {"settings", fuzz_settings},
+        {"cli", fuzz_cli},
+        {"basic", fuzz_basic},
+    }};
+    return kTargets;
+}
+
+}  // namespace velmora::fuzz
