@@ -37,6 +37,11 @@ std::string crlftext(const std::string& text) {
     return out;
 }
 
+// With "Show Memory Usage" on, a compile that succeeded shows what it made of the data space.
+void showmemoryusage(MainWindowModel& main) {
+    if (main.options().on(kShowMemoryUsage)) main.registry().open(windows::kDataMemoryUsage);
+}
+
 }  // namespace
 
 BasicCompilerWindow::BasicCompilerWindow(MainWindowModel& main, UserInput& input, Clock& clock)
@@ -150,12 +155,14 @@ bool BasicCompilerWindow::build(bool assemble) {
 bool BasicCompilerWindow::menucompile() {
     if (!build(false)) return false;
     show(lastbuild_.report, MessageKind::Information);
+    showmemoryusage(main_);
     return true;
 }
 
 bool BasicCompilerWindow::menucompileassemble() {
     if (!build(true)) return false;
     show(lastbuild_.report, MessageKind::Information);
+    showmemoryusage(main_);
     return true;
 }
 
@@ -166,6 +173,7 @@ bool BasicCompilerWindow::menucompileassembleload() {
     show(lastbuild_.report + "\nTotal " + std::to_string(bytes) + " (" + kilobytestext(bytes) +
              "K) program bytes loaded.",
          MessageKind::Information);
+    showmemoryusage(main_);
     return true;
 }
 

@@ -23,6 +23,7 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
     registerassembler();
     registerbasiccompiler();
     registerlcd(wiring ? *wiring : wiring_);
+    registermemorytools();
     model_.optioncommands().analogdisplaychanged = [this] {
         if (view_) view_->refreshpic(true);
     };
@@ -33,6 +34,8 @@ DesktopSession::~DesktopSession() {
     if (assembler_) delete assembler_.data();
     if (basic_) delete basic_.data();
     if (lcd_) delete lcd_.data();
+    for (QWidget* tool : std::initializer_list<QWidget*>{programmemory_, eeprom_, stack_, alternative_, memoryusage_})
+        delete tool;
 }
 
 bool DesktopSession::raise(QWidget* window) {
@@ -120,6 +123,69 @@ void DesktopSession::registerlcd(WiringDialogs& dialogs) {
         if (lcd_) lcd_->unload();
     };
     model_.registry().registerwindow(windows::kLcd, actions);
+}
+
+namespace {
+// Opens a memory tool window, or brings the open one forward; it follows the main window's
+// refresh, which comes after every load, reset and edit there.
+template <typename View, typename Make>
+WindowActions memorytool(QPointer<View>& view, MainWindow& window, Make make) {
+    WindowActions actions;
+    actions.open = [&view, &window, make] {
+        if (view && !view->unloaded()) {
+            view->raise();
+            view->activateWindow();
+            return;
+        }
+        view = make();
+        QObject::connect(&window, &MainWindow::flushed, view.data(), [tool = view.data()] { tool->refreshview(); });
+        window.addtoolwindow(view);
+        view->show();
+    };
+    actions.unload = [&view] {
+        if (view) view->unload();
+    };
+    return actions;
+}
+}  // namespace
+
+void DesktopSession::registermemorytools() {
+    WindowRegistry& registry = model_.registry();
+    MainWindow& window = *window_;
+    registry.registerwindow(windows::kProgramMemoryEditor, memorytool(programmemory_, window, [this] {
+        auto* view = new ProgramMemoryWindow(model_);
+        QObject::connect(view, &ProgramMemoryWindow::edited, window_.get(), [this] { window_->flush(); });
+        return view;
+    }));
+    registry.registerwindow(windows::kEepromMemoryEditor,
+                            memorytool(eeprom_, window, [this] { return new EepromWindow(model_); }));
+    registry.registerwindow(windows::kStackViewer, memorytool(stack_, window, [this] { return new StackWindow(model_); }));
+    registry.registerwindow(windows::kAlternativeRegisters,
+                            memorytool(alternative_, window, [this] { return new AlternativeWindow(model_); }));
+
+    // Data Memory Usage shows the last compile of the BASIC Compiler window.
+    WindowActions usage;
+    usage.open = [this] {
+        if (!basic_) return;
+        const BasicCompileResult& compile = basic_->model().lastbuild().compile;
+        if (!compile.ok) return;
+        const Machine& m = model_.machine();
+        CompiledUsage data{compile.memoryusage, 96 + m.extendedio, m.sramsize, compile.outputwords, m.flashsize, {},
+                           compile.totalinstructions};
+        for (const InstructionCount& count : compile.statistics) data.statistics.push_back({count.mnemonic, count.count});
+        if (memoryusage_ && !memoryusage_->unloaded()) {
+            memoryusage_->setusage(std::move(data));
+            raise(memoryusage_);
+            return;
+        }
+        memoryusage_ = new DataMemoryUsageWindow(model_, std::move(data));
+        window_->addtoolwindow(memoryusage_);
+        memoryusage_->show();
+    };
+    usage.unload = [this] {
+        if (memoryusage_) memoryusage_->unload();
+    };
+    registry.registerwindow(windows::kDataMemoryUsage, usage);
 }
 
 bool DesktopSession::start() { return runstartup(model_, *window_); }

@@ -10,13 +10,18 @@
 #include "shell/mainwindowmodel.h"
 #include "shell/messagepolicy.h"
 #include "ui/assemblerwindow.h"
+#include "ui/alternativewindow.h"
 #include "ui/basiccompilerwindow.h"
+#include "ui/datamemoryusagewindow.h"
+#include "ui/eepromwindow.h"
 #include "ui/lcdwindow.h"
 #include "ui/mainwindow.h"
 #include "ui/microcontrollerviewwindow.h"
+#include "ui/programmemorywindow.h"
 #include "ui/qtclock.h"
 #include "ui/qtmessagedisplay.h"
 #include "ui/qtuserinput.h"
+#include "ui/stackwindow.h"
 #include "ui/wiringdialogs.h"
 
 namespace velmora {
@@ -40,6 +45,12 @@ public:
     BasicCompilerWindowView* basiccompiler() const { return basic_.data(); }
     // The open LCD Module window, or null.
     LcdWindowView* lcd() const { return lcd_.data(); }
+    // The open memory windows, or null.
+    ProgramMemoryWindow* programmemory() const { return programmemory_.data(); }
+    EepromWindow* eeprom() const { return eeprom_.data(); }
+    StackWindow* stack() const { return stack_.data(); }
+    AlternativeWindow* alternative() const { return alternative_.data(); }
+    DataMemoryUsageWindow* memoryusage() const { return memoryusage_.data(); }
 
     // Start-up in its order; false when the program must end.
     bool start();
@@ -51,6 +62,7 @@ private:
     void registerassembler();
     void registerbasiccompiler();
     void registerlcd(WiringDialogs& dialogs);
+    void registermemorytools();
     // Brings a tool window forward when it is open; false when it is not.
     static bool raise(QWidget* window);
 
@@ -72,6 +84,11 @@ private:
     QPointer<AssemblerWindowView> assembler_;
     QPointer<BasicCompilerWindowView> basic_;
     QPointer<LcdWindowView> lcd_;
+    QPointer<ProgramMemoryWindow> programmemory_;
+    QPointer<EepromWindow> eeprom_;
+    QPointer<StackWindow> stack_;
+    QPointer<AlternativeWindow> alternative_;
+    QPointer<DataMemoryUsageWindow> memoryusage_;
 };
 
 }  // namespace velmora

@@ -1,5 +1,6 @@
 // Writes pictures of the main window, of every Microcontroller View drawing, of the
-// Assembler and BASIC Compiler windows and of the LCD Module, for a person to look at:
+// Assembler and BASIC Compiler windows, of the LCD Module and of the memory windows, for a
+// person to look at:
 // velmora/tests/ui/screenshots OUTPUT-FOLDER.
 
 #include <QApplication>
@@ -153,5 +154,47 @@ int main(int argc, char* argv[]) {
     session.window().flush();
     lcd->setupbutton()->click();
     ok = save(lcd, folder, "lcd-setup") && ok;
+    lcd->unload();
+
+    // The memory windows paused in the EEPROM firmware, inside its first calls.
+    session.window().runcommand("menustop");
+    session.loadprogram(VELMORA_SOURCE_DATA_DIR "/../tests/firmware/hex/eeprom-atmega32.hex");
+    session.window().runcommand("menuspeed6");
+    session.window().runcommand("menustart");
+    session.window().runcommand("menuspeed1");
+    session.window().runcommand("menustart");
+    // Until a few return addresses stand on the stack.
+    const auto stacked = [&model] {
+        const int sp = StackViewer(model.machine()).stackpointer();
+        return sp >= 0x85F - 24 && sp <= 0x85F - 6;  // past the start-up code
+    };
+    for (int i = 0; i < 5000 && !stacked(); ++i) session.window().runcommand("menustep");
+    session.window().flush();
+    const std::pair<const char*, const char*> tools[] = {
+        {"menumemory", "programmemory"}, {"menueeprom", "eeprom"}, {"menustack", "stack"}, {"menualternative", "alternative"}};
+    for (const auto& [control, name] : tools) {
+        session.window().runcommand(control);
+        QApplication::processEvents();
+    }
+    ok = save(session.programmemory(), folder, "programmemory") && ok;
+    if (EepromWindow* eeprom = session.eeprom()) {
+        eeprom->clickcell(1, 3);
+        ok = save(eeprom, folder, "eeprom") && ok;
+    }
+    ok = save(session.stack(), folder, "stack") && ok;
+    if (AlternativeWindow* alternative = session.alternative()) {
+        alternative->resize(alternative->width() * 2 + 40, alternative->height());
+        ok = save(alternative, folder, "alternative") && ok;
+    }
+    session.window().runcommand("menustop");
+
+    // Data Memory Usage after a compile of a few variables, one of them an array in SRAM.
+    std::filesystem::create_directories(asmfolder);
+    input.savepath = (asmfolder / "usage.bas").string();
+    basic->sourceeditor()->setPlainText(
+        "Dim n As Byte\nDim w As Word\nDim table(40) As Byte\nn = 1\nw = 300\ntable(3) = n\nEnd\n");
+    basic->runcommand("menucompile");
+    ok = save(session.memoryusage(), folder, "memoryusage") && ok;
+    std::filesystem::remove_all(asmfolder);
     return ok ? 0 : 1;
 }
