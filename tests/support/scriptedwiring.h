@@ -9,14 +9,13 @@
 
 #include "devices/pinwire.h"
 #include "devices/wiringdialogs.h"
+#include "support/scriptedquestions.h"
 
 namespace velmora::test {
 
-struct ScriptedWiring : WiringDialogs {
+struct ScriptedWiring : ScriptedAnswers<WiringDialogs> {
     std::deque<PinWire> pins;
     std::deque<int> options;
-    std::deque<std::optional<std::string>> answers;
-    bool yes = true;
     std::vector<std::string> asked;  // captions, headings, prompts and questions in order
 
     void run(SelectPin& dialog) override {
@@ -38,14 +37,11 @@ struct ScriptedWiring : WiringDialogs {
     }
     std::optional<std::string> inputbox(const std::string& prompt, const std::string& defaultanswer) override {
         asked.push_back(prompt + "|" + defaultanswer);
-        if (answers.empty()) return std::nullopt;
-        auto answer = answers.front();
-        answers.pop_front();
-        return answer;
+        return ScriptedAnswers::inputbox(prompt, defaultanswer);
     }
     bool askyesno(const std::string& question) override {
         asked.push_back(question);
-        return yes;
+        return ScriptedAnswers::askyesno(question);
     }
 };
 
