@@ -28,6 +28,8 @@ public:
 class AssemblerWindowView : public QWidget {
     Q_OBJECT
 public:
+    // Closed, and waiting to be deleted: opening the window again makes a new one.
+    bool unloaded() const { return unloaded_; }
     AssemblerWindowView(MainWindowModel& main, UserInput& input, Clock& clock, QWidget* parent = nullptr);
     ~AssemblerWindowView() override;
 

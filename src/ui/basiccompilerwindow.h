@@ -26,6 +26,8 @@ public:
 class BasicCompilerWindowView : public QWidget {
     Q_OBJECT
 public:
+    // Closed, and waiting to be deleted: opening the window again makes a new one.
+    bool unloaded() const { return unloaded_; }
     BasicCompilerWindowView(MainWindowModel& main, UserInput& input, Clock& clock, QWidget* parent = nullptr);
     ~BasicCompilerWindowView() override;
 

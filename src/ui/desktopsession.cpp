@@ -75,7 +75,7 @@ void DesktopSession::registerviews() {
 void DesktopSession::registerassembler() {
     WindowActions actions;
     actions.open = [this] {
-        if (raise(assembler_)) return;
+        if (assembler_ && !assembler_->unloaded() && raise(assembler_)) return;
         assembler_ = new AssemblerWindowView(model_, asminput_, clock_);
         window_->addtoolwindow(assembler_);
         assembler_->show();
@@ -89,7 +89,7 @@ void DesktopSession::registerassembler() {
 void DesktopSession::registerbasiccompiler() {
     WindowActions actions;
     actions.open = [this] {
-        if (raise(basic_)) return;
+        if (basic_ && !basic_->unloaded() && raise(basic_)) return;
         basic_ = new BasicCompilerWindowView(model_, basicinput_, clock_);
         QObject::connect(window_.get(), &MainWindow::identityshown, basic_.data(),
                          [view = basic_.data()] { view->drawheader(); });

@@ -184,9 +184,14 @@ private slots:
         QCOMPARE(view->sourceeditor()->toPlainText(), QString("  sleep\n"));
         QCOMPARE(view->windowTitle(), QString::fromStdString("Assembler - " + path(dir, "keep.asm")));
         QCOMPARE(view->width(), 500);
-        // The Tools menu brings the open window forward instead of making a second one.
+        // The Tools menu brings the open window forward instead of making a second one; once
+        // closed, it makes a new one at once, before the closed one is deleted.
         ui.trigger("menuassembler");
         QCOMPARE(ui.session.assembler(), view);
+        view->close();
+        ui.trigger("menuassembler");
+        QVERIFY(ui.session.assembler() && ui.session.assembler() != view);
+        QVERIFY(ui.model().registry().isopen(windows::kAssembler));
     }
 };
 

@@ -128,9 +128,13 @@ private slots:
         QCOMPARE(view->header()->text(), " Microcontroller: " + model + ";  Clock Frequency: 12.0 MHz");
         ui.trigger("menuselect");
         QCOMPARE(ui.session.display().lasttext(), std::string("Please close BASIC Compiler window first."));
-        // The Tools menu brings the open window forward instead of making a second one.
+        // The Tools menu brings the open window forward instead of making a second one; once
+        // closed, it makes a new one at once, before the closed one is deleted.
         ui.trigger("menubasic");
         QCOMPARE(ui.session.basiccompiler(), view);
+        view->close();
+        ui.trigger("menubasic");
+        QVERIFY(ui.session.basiccompiler() && ui.session.basiccompiler() != view);
     }
 
     void showSystemVariablesOpensTheViewer() {
