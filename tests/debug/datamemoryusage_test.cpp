@@ -19,7 +19,7 @@ CompiledUsage usage(int sramsize) {
     for (int a = 32; a < 96; ++a) u.memoryusage[static_cast<size_t>(a)] = a == 95 ? 1 : 0;
     u.memoryusage[16] = 3;
     u.memoryusage[17] = 4;
-    u.memoryusage[96] = 4;
+    if (sramsize > 0) u.memoryusage[96] = 4;
     return u;
 }
 
