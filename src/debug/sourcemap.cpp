@@ -74,13 +74,18 @@ std::string basicsourcebeside(const std::string& programpath) {
     return stem + ".bas";
 }
 
-SourceMap loadbasicstepbystep(const std::string& programpath) {
+std::string basiclistingbeside(const std::string& programpath) {
     const std::string basic = basicsourcebeside(programpath);
-    if (basic.empty()) return {};
+    if (basic.empty()) return "";
     std::ifstream file(basic.substr(0, basic.size() - 4) + ".lst", std::ios::binary);
     std::stringstream listing;
     listing << file.rdbuf();
-    return sourcemapfromlisting(listing.str());
+    return listing.str();
+}
+
+SourceMap loadbasicstepbystep(const std::string& programpath) {
+    const std::string listing = basiclistingbeside(programpath);
+    return listing.empty() ? SourceMap{} : sourcemapfromlisting(listing);
 }
 
 }  // namespace velmora

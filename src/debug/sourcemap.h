@@ -24,6 +24,8 @@ SourceMap sourcemapfromlisting(std::string_view listing);
 
 // The BASIC source of a loaded "X.hex" when X.bas, X.asm and X.lst stand beside it; "" otherwise.
 std::string basicsourcebeside(const std::string& programpath);
+// The text of that program's listing, X.lst; empty when the program is not one compiled from BASIC.
+std::string basiclistingbeside(const std::string& programpath);
 
 // The map for a loaded program: empty unless its BASIC source, generated code and listing exist.
 SourceMap loadbasicstepbystep(const std::string& programpath);

@@ -10,6 +10,7 @@
 #include "core/numbers.h"
 #include "core/textcase.h"
 #include "debug/memorytext.h"
+#include "debug/sourcemap.h"
 
 namespace velmora {
 
@@ -106,10 +107,7 @@ std::vector<WatchEntry> basicwatchentries(const std::string& listing) {
 }
 
 std::vector<WatchEntry> loadbasicwatch(const std::string& programpath) {
-    if (programpath.size() < 4) return {};
-    const std::string base = programpath.substr(0, programpath.size() - 4);
-    if (!exists(base + ".bas") || !exists(base + ".asm") || !exists(base + ".lst")) return {};
-    return basicwatchentries(readtext(base + ".lst"));
+    return basicwatchentries(basiclistingbeside(programpath));
 }
 
 uint32_t watchvalue(const Machine& m, const WatchEntry& entry) {

@@ -30,8 +30,8 @@ inline constexpr int kWatchVisibleRows = 10;
 
 // The entries a compiled BASIC program declares, from its listing's text.
 std::vector<WatchEntry> basicwatchentries(const std::string& listing);
-// The same for the program at `programpath` (X.hex or the like) when X.bas, X.asm and X.lst
-// lie beside it; none otherwise.
+// The same for the program at `programpath` (X.hex) when X.bas, X.asm and X.lst lie beside
+// it, as for source tracking; none otherwise.
 std::vector<WatchEntry> loadbasicwatch(const std::string& programpath);
 
 // The value of an entry, read with no side effects.
