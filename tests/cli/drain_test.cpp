@@ -14,6 +14,7 @@
 #include "core/usart.h"
 #include "inprocess.h"
 #include "shell/simulation.h"
+#include "support/modelchoice.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -73,10 +74,7 @@ TEST(Drain, TheDesktopProgramLeavesThemInTheTransmitter) {
     MemorySettings settings;
     Simulation sim(messenger, clock, settings, VELMORA_SOURCE_DATA_DIR);
     ASSERT_TRUE(sim.buildmodellist()) << sim.error();
-    int index = 0;
-    for (size_t i = 0; i < sim.models().models.size(); ++i)
-        if (sim.models().models[i].name == "ATmega8") index = static_cast<int>(i) + 1;
-    ASSERT_TRUE(sim.modelselect(index)) << sim.error();
+    ASSERT_TRUE(selectmodelnamed(sim, "ATmega8")) << sim.error();
     Machine& m = sim.machine();
     ASSERT_TRUE(loadprogramfile(m, (folder / "last.asm").string(), messenger, std::cerr));
 

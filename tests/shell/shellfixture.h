@@ -10,6 +10,7 @@
 #include "core/memorysettings.h"
 #include "shell/mainwindowmodel.h"
 #include "shell/messagepolicy.h"
+#include "support/modelchoice.h"
 #include "support/scriptedinput.h"
 #include "support/simfixture.h"
 
@@ -36,15 +37,7 @@ struct Shell {
 
     // Loads the model of that display name without the start-up sequence.
     void select(const std::string& name) {
-        Simulation& sim = model.simulation();
-        if (sim.models().models.empty()) sim.buildmodellist();
-        const auto& list = sim.models().models;
-        for (size_t i = 0; i < list.size(); ++i)
-            if (list[i].name == name) {
-                ASSERT_TRUE(sim.modelselect(static_cast<int>(i) + 1)) << sim.error();
-                return;
-            }
-        FAIL() << "no model " << name;
+        ASSERT_TRUE(selectmodelnamed(model.simulation(), name)) << "model " << name << ": " << model.simulation().error();
     }
     Machine& m() { return model.machine(); }
     void loadhello() {

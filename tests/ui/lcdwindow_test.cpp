@@ -16,12 +16,6 @@ class LcdWindowTest : public QObject {
     Q_OBJECT
 
 private:
-    static int modelindex(MainWindowModel& model, const std::string& name) {
-        const auto& list = model.simulation().models().models;
-        for (size_t i = 0; i < list.size(); ++i)
-            if (list[i].name == name) return static_cast<int>(i) + 1;
-        return 0;
-    }
     static QString text(QLabel* label) { return label->text(); }
     // A double click comes as the list's own signal: the offscreen platform does not turn
     // synthetic presses into one.
@@ -38,7 +32,7 @@ private slots:
     void programTextShowsThroughTheWiredPins() {
         UiSession ui("lcdprogram");
         QVERIFY(ui.session.start());
-        ui.model().simulation().modelselect(modelindex(ui.model(), "ATmega32"));
+        QVERIFY(selectmodelnamed(ui.model().simulation(), "ATmega32"));
         ui.input.answers = {std::string("8")};
         ui.trigger("menuclock");
         ui.session.loadprogram(VELMORA_SOURCE_DIR "/tests/firmware/hex/lcdpoll-atmega32.hex");
@@ -93,7 +87,7 @@ private slots:
     void basicProgramWritesToTheWindow() {
         UiSession ui("lcdbasic");
         QVERIFY(ui.session.start());
-        ui.model().simulation().modelselect(modelindex(ui.model(), "ATmega32"));
+        QVERIFY(selectmodelnamed(ui.model().simulation(), "ATmega32"));
         ui.trigger("menubasic");
         BasicCompilerWindowView* basic = ui.session.basiccompiler();
         QVERIFY(basic);

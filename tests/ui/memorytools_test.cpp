@@ -17,16 +17,10 @@ class MemoryToolsTest : public QObject {
     Q_OBJECT
 
 private:
-    static int modelindex(MainWindowModel& model, const std::string& name) {
-        const auto& list = model.simulation().models().models;
-        for (size_t i = 0; i < list.size(); ++i)
-            if (list[i].name == name) return static_cast<int>(i) + 1;
-        return 0;
-    }
     // ATmega32 with the EEPROM firmware, started and standing at Step By Step.
     static void startpaused(UiSession& ui) {
         QVERIFY(ui.session.start());
-        ui.model().simulation().modelselect(modelindex(ui.model(), "ATmega32"));
+        QVERIFY(selectmodelnamed(ui.model().simulation(), "ATmega32"));
         ui.session.loadprogram(VELMORA_SOURCE_DIR "/tests/firmware/hex/eeprom-atmega32.hex");
         ui.trigger("menuspeed1");
         ui.trigger("menustart");
@@ -144,7 +138,7 @@ private slots:
     void dataMemoryUsageAfterACompile() {
         UiSession ui("memoryusage");
         QVERIFY(ui.session.start());
-        ui.model().simulation().modelselect(modelindex(ui.model(), "ATmega32"));
+        QVERIFY(selectmodelnamed(ui.model().simulation(), "ATmega32"));
         ui.trigger("menubasic");
         BasicCompilerWindowView* basic = ui.session.basiccompiler();
         QVERIFY(basic);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "shell/settingsstore.h"
+#include "support/modelchoice.h"
 #include "support/scriptedinput.h"
 #include "support/scriptedwiring.h"
 #include "ui/desktopsession.h"
