@@ -6,11 +6,8 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 
-#include "shell/settingnames.h"
-#include "shell/settingswitches.h"
-#include "shell/settingvalues.h"
-#include "shell/windowplacement.h"
 #include "shell/windowregistry.h"
+#include "ui/savedsize.h"
 #include "ui/themecolors.h"
 
 namespace velmora {
@@ -74,15 +71,7 @@ AlternativeWindow::AlternativeWindow(MainWindowModel& model, QWidget* parent)
 
     text_[1]->hide();
     resize(columnwidth() + 60, QFontMetrics(font).lineSpacing() * kDesignLines + 60);
-    SettingsAccess& settings = model_.settings();
-    if (readswitch(settings, settingnames::kSavePositions)) {
-        const auto size = [&](const char* pattern) {
-            return rangednumber(settings.getsetting(settingname(pattern, windows::kAlternativeRegisters), ""), 0,
-                                {1, kWindowTwipsHigh});
-        };
-        const int32_t width = size(settingnames::kWindowWidth), height = size(settingnames::kWindowHeight);
-        if (width > 0 && height > 0) resize(width / kTwipsPerPixel, height / kTwipsPerPixel);
-    }
+    if (const QSize saved = savedsize(model_.settings(), windows::kAlternativeRegisters); saved.isValid()) resize(saved);
     const QSize chosen = size();
     placeonscreen();  // fits the window to its contents first
     resize(chosen);
@@ -176,12 +165,7 @@ void AlternativeWindow::resizeEvent(QResizeEvent* event) {
 
 void AlternativeWindow::unloading() {
     MemoryToolWindow::unloading();
-    SettingsAccess& settings = model_.settings();
-    if (!readswitch(settings, settingnames::kSavePositions)) return;
-    settings.putsetting(settingname(settingnames::kWindowWidth, windows::kAlternativeRegisters),
-                        settingtext(width() * kTwipsPerPixel));
-    settings.putsetting(settingname(settingnames::kWindowHeight, windows::kAlternativeRegisters),
-                        settingtext(height() * kTwipsPerPixel));
+    savesize(model_.settings(), windows::kAlternativeRegisters, size());
 }
 
 }  // namespace velmora

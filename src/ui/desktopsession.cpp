@@ -24,6 +24,7 @@ DesktopSession::DesktopSession(SettingsAccess& settings, const std::string& data
     registerbasiccompiler();
     registerlcd(wiring ? *wiring : wiring_);
     registermemorytools();
+    registerdebugtools();
     model_.optioncommands().analogdisplaychanged = [this] {
         if (view_) view_->refreshpic(true);
     };
@@ -34,7 +35,8 @@ DesktopSession::~DesktopSession() {
     if (assembler_) delete assembler_.data();
     if (basic_) delete basic_.data();
     if (lcd_) delete lcd_.data();
-    for (QWidget* tool : std::initializer_list<QWidget*>{programmemory_, eeprom_, stack_, alternative_, memoryusage_})
+    for (QWidget* tool : std::initializer_list<QWidget*>{programmemory_, eeprom_, stack_, alternative_, memoryusage_,
+                                                         breakpoints_, special_, watch_})
         delete tool;
 }
 
@@ -186,6 +188,17 @@ void DesktopSession::registermemorytools() {
         if (memoryusage_) memoryusage_->unload();
     };
     registry.registerwindow(windows::kDataMemoryUsage, usage);
+}
+
+void DesktopSession::registerdebugtools() {
+    WindowRegistry& registry = model_.registry();
+    MainWindow& window = *window_;
+    registry.registerwindow(windows::kBreakpointsManager,
+                            memorytool(breakpoints_, window, [this] { return new BreakpointsWindow(model_); }));
+    registry.registerwindow(windows::kSpecialBreakpoints,
+                            memorytool(special_, window, [this] { return new SpecialBreakpointsWindow(model_); }));
+    registry.registerwindow(windows::kWatchVariables,
+                            memorytool(watch_, window, [this] { return new WatchWindow(model_); }));
 }
 
 bool DesktopSession::start() { return runstartup(model_, *window_); }

@@ -12,6 +12,7 @@
 #include "ui/assemblerwindow.h"
 #include "ui/alternativewindow.h"
 #include "ui/basiccompilerwindow.h"
+#include "ui/breakpointswindow.h"
 #include "ui/datamemoryusagewindow.h"
 #include "ui/eepromwindow.h"
 #include "ui/lcdwindow.h"
@@ -21,7 +22,9 @@
 #include "ui/qtclock.h"
 #include "ui/qtmessagedisplay.h"
 #include "ui/qtuserinput.h"
+#include "ui/specialbreakpointswindow.h"
 #include "ui/stackwindow.h"
+#include "ui/watchwindow.h"
 #include "ui/wiringdialogs.h"
 
 namespace velmora {
@@ -51,6 +54,10 @@ public:
     StackWindow* stack() const { return stack_.data(); }
     AlternativeWindow* alternative() const { return alternative_.data(); }
     DataMemoryUsageWindow* memoryusage() const { return memoryusage_.data(); }
+    // The open debugging windows, or null.
+    BreakpointsWindow* breakpoints() const { return breakpoints_.data(); }
+    SpecialBreakpointsWindow* specialbreakpoints() const { return special_.data(); }
+    WatchWindow* watch() const { return watch_.data(); }
 
     // Start-up in its order; false when the program must end.
     bool start();
@@ -63,6 +70,7 @@ private:
     void registerbasiccompiler();
     void registerlcd(WiringDialogs& dialogs);
     void registermemorytools();
+    void registerdebugtools();
     // Brings a tool window forward when it is open; false when it is not.
     static bool raise(QWidget* window);
 
@@ -89,6 +97,9 @@ private:
     QPointer<StackWindow> stack_;
     QPointer<AlternativeWindow> alternative_;
     QPointer<DataMemoryUsageWindow> memoryusage_;
+    QPointer<BreakpointsWindow> breakpoints_;
+    QPointer<SpecialBreakpointsWindow> special_;
+    QPointer<WatchWindow> watch_;
 };
 
 }  // namespace velmora

@@ -1,6 +1,6 @@
 // Writes pictures of the main window, of every Microcontroller View drawing, of the
-// Assembler and BASIC Compiler windows, of the LCD Module and of the memory windows, for a
-// person to look at:
+// Assembler and BASIC Compiler windows, of the LCD Module, of the memory windows and of the
+// debugging windows, for a person to look at:
 // velmora/tests/ui/screenshots OUTPUT-FOLDER.
 
 #include <QApplication>
@@ -9,11 +9,17 @@
 #include <clocale>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
+#include "assembler/assemblefile.h"
+#include "basic/basicfile.h"
 #include "shell/settingnames.h"
 #include "shell/settingsstore.h"
+#include "support/modelchoice.h"
 #include "support/scriptedinput.h"
 #include "ui/desktopsession.h"
+#include "ui/watchdialogs.h"
 
 namespace {
 
@@ -28,13 +34,6 @@ bool save(QWidget* widget, const QString& folder, const QString& name) {
     }
     std::printf("%s\n", qPrintable(path));
     return true;
-}
-
-int modelindex(MainWindowModel& model, const std::string& name) {
-    const auto& list = model.simulation().models().models;
-    for (size_t i = 0; i < list.size(); ++i)
-        if (list[i].name == name) return static_cast<int>(i) + 1;
-    return 0;
 }
 
 }  // namespace
@@ -67,7 +66,7 @@ int main(int argc, char* argv[]) {
                                                     {28, "ATmega8"},  {40, "ATmega32"}, {64, "ATmega128"}};
     session.window().runcommand("menustop");
     for (const auto& [pins, name] : packages) {
-        model.simulation().modelselect(modelindex(model, name));
+        test::selectmodelnamed(model.simulation(), name);
         for (bool compact : {false, true}) {
             if (compact && pins > 40) continue;
             model.options().switches[settingnames::kCompactView] = compact;
@@ -82,7 +81,7 @@ int main(int argc, char* argv[]) {
 
     // The Assembler window after a run with one error: the coloured source with its mark, the
     // listing scrolled to the error row, and Go To Next Error in the menu bar.
-    model.simulation().modelselect(modelindex(model, "ATmega32"));
+    test::selectmodelnamed(model.simulation(), "ATmega32");
     const std::filesystem::path asmfolder = std::filesystem::temp_directory_path() / "velmora-screenshot-asm";
     std::filesystem::create_directories(asmfolder);
     input.savepath = (asmfolder / "blink.asm").string();
@@ -187,6 +186,123 @@ int main(int argc, char* argv[]) {
         ok = save(alternative, folder, "alternative") && ok;
     }
     session.window().runcommand("menustop");
+
+    // The Breakpoints Manager on an assembled program with its listing: two breakpoints and
+    // the arrow a few steps in.
+    std::filesystem::create_directories(asmfolder);
+    const std::string countasm = (asmfolder / "count.asm").string();
+    std::ofstream(countasm, std::ios::binary)
+        << "; Sums the bytes of a table in SRAM and shows the sum on PORTB\r\n"
+           ".equ COUNT = 8\r\n"
+           "\r\n"
+           "start:\tldi r16,$FF\r\n"
+           "\tout DDRB,r16\t\t; PORTB drives the LEDs\r\n"
+           "\tldi XL,low($0100)\r\n"
+           "\tldi XH,high($0100)\r\n"
+           "\tldi r17,COUNT\r\n"
+           "fill:\tst X+,r17\t\t; the table counts down\r\n"
+           "\tdec r17\r\n"
+           "\tbrne fill\r\n"
+           "\r\n"
+           "sum:\tldi XL,low($0100)\r\n"
+           "\tldi XH,high($0100)\r\n"
+           "\tclr r18\r\n"
+           "\tldi r17,COUNT\r\n"
+           "next:\tld r19,X+\r\n"
+           "\tadd r18,r19\r\n"
+           "\tdec r17\r\n"
+           "\tbrne next\r\n"
+           "\tout PORTB,r18\r\n"
+           "\tsts $0110,r18\t\t; kept for later\r\n"
+           "\trjmp sum\r\n";
+    {
+        std::ostringstream out, err;
+        if (assemblefile(countasm, "ATmega32", VELMORA_SOURCE_DATA_DIR "/models", out, err) != 0) {
+            std::fprintf(stderr, "%s%s", out.str().c_str(), err.str().c_str());
+            return 1;
+        }
+    }
+    session.loadprogram((asmfolder / "count.hex").string());
+    session.window().runcommand("menuspeed1");
+    session.window().runcommand("menustart");
+    for (int i = 0; i < 9; ++i) session.window().runcommand("menustep");
+    session.window().runcommand("menubreakpointsmanager");
+    if (BreakpointsWindow* breakpoints = session.breakpoints()) {
+        for (const char* address : {"000007", "00000A"}) {
+            const auto rows = breakpoints->manager().rows(80);
+            for (int row = 0; row < kBreakpointRows; ++row)
+                if (rows[static_cast<size_t>(row)].text.starts_with(address)) breakpoints->manager().clickrow(row);
+        }
+        breakpoints->resize(breakpoints->width() + 200, breakpoints->height());
+        breakpoints->refreshview();
+        ok = save(breakpoints, folder, "breakpoints") && ok;
+        breakpoints->unload();
+    } else {
+        ok = false;
+    }
+    session.window().runcommand("menustop");
+
+    // Two special breakpoints set through the answers to their prompts.
+    session.window().runcommand("menuspecialbreak");
+    if (SpecialBreakpointsWindow* special = session.specialbreakpoints()) {
+        input.answers = {std::string("60"), std::string("1"), std::string("2A")};
+        special->setbutton(0)->click();
+        input.answers = {std::string("110"), std::string("2")};
+        special->setbutton(1)->click();
+        ok = save(special, folder, "specialbreakpoints") && ok;
+        special->unload();
+    } else {
+        ok = false;
+    }
+
+    // Watch Variables on a compiled BASIC program some steps in, then in delete mode and in
+    // hexadecimal, and its two small windows.
+    const std::string watchbas = (asmfolder / "watch.bas").string();
+    std::ofstream(watchbas, std::ios::binary)
+        << "Dim ready As Bit\r\nDim ticks As Byte\r\nDim total As Word\r\nDim big As Long\r\n"
+           "Dim samples(3) As Word\r\nready = 1\r\nbig = 100000\r\nsamples(0) = 512\r\nsamples(2) = 1023\r\n"
+           "loop:\r\nticks = ticks + 1\r\ntotal = total + ticks\r\nGoto loop\r\n";
+    {
+        BasicFileRequest request;
+        request.path = watchbas;
+        request.modelname = "ATmega32";
+        request.modeldir = VELMORA_SOURCE_DATA_DIR "/models";
+        request.assemble = true;
+        std::ostringstream out, err;
+        if (!basiccompilefile(request, out, err).ok()) {
+            std::fprintf(stderr, "%s", err.str().c_str());
+            return 1;
+        }
+    }
+    session.loadprogram((asmfolder / "watch.hex").string());
+    session.window().runcommand("menustart");
+    for (int i = 0; i < 300; ++i) session.window().runcommand("menustep");
+    session.window().runcommand("menuwatch");
+    if (WatchWindow* watch = session.watch()) {
+        watch->refreshview();
+        ok = save(watch, folder, "watch") && ok;
+        watch->action("menuhex")->trigger();
+        watch->menudelete();
+        ok = save(watch, folder, "watch-delete") && ok;
+        watch->enddeletemode();
+        watch->action("menuhex")->trigger();
+        AddVariableDialog add(model.watch(), model.messenger(), watch);
+        add.namefield()->setText("flags");
+        add.typebox()->setCurrentText("Bit");
+        add.addressfield()->setText("7F");
+        add.show();
+        ok = save(&add, folder, "watch-add") && ok;
+        ChangeValueDialog change(model.watch(), model.messenger(), watch);
+        change.namebox()->setCurrentIndex(2);
+        change.decimalfield()->setText("1000");
+        change.show();
+        ok = save(&change, folder, "watch-change") && ok;
+        watch->unload();
+    } else {
+        ok = false;
+    }
+    session.window().runcommand("menustop");
+    std::filesystem::remove_all(asmfolder);
 
     // Data Memory Usage after a compile of a few variables, one of them an array in SRAM.
     std::filesystem::create_directories(asmfolder);
