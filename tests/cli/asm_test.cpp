@@ -33,19 +33,12 @@ TEST(CliAsm, AGoodSourceLeavesItsListingAndHexFile) {
     EXPECT_TRUE(listing.ends_with("Number of errors = 0\r\n"));
 }
 
-TEST(CliAsm, ErrorsAreReportedAndLeaveNoOutputs) {
+// The rows and the report the errors give are a row of data/conventions.txt.
+TEST(CliAsm, ErrorsLeaveNoOutputs) {
     TempFolder folder;
     writefile(folder / "bad.asm", " NOP\n LDI R15,256\nX: NOP\nX: NOP\n");
     writefile(folder / "bad.lst", "stale");
-    const ChildRun r = runcli({"asm", "--model", "ATmega8", (folder / "bad.asm").string()});
-    EXPECT_EQ(r.code, 3);
-    EXPECT_EQ(r.out,
-              "0002 Error: Invalid argument of the instruction.\n"
-              "0004 Error: Duplicate label.\n"
-              "Number of errors = 3\n");
-    const std::string source = (folder / "bad.asm").string();
-    EXPECT_EQ(r.err, "Assembly was not successful.\nYour assembler source contains 3 errors.\n" + source +
-                         ":2: error: Invalid argument of the instruction.\n" + source + ":4: error: Duplicate label.\n");
+    EXPECT_EQ(runcli({"asm", "--model", "ATmega8", (folder / "bad.asm").string()}).code, 3);
     EXPECT_FALSE(std::filesystem::exists(folder / "bad.lst"));
     EXPECT_FALSE(std::filesystem::exists(folder / "bad.hex"));
 }

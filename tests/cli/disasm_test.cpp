@@ -66,12 +66,5 @@ TEST(CliDisasm, LayoutsDifferAsTheirHeadingsSay) {
     EXPECT_NE(bare.out.find(":\tRJMP L1"), std::string::npos) << bare.out;
 }
 
-TEST(CliRunHex, AvrGccImageRunsUntilTheLimit) {
-    // The running light never sleeps; the cycle limit ends it without any message of a fault.
-    const Result r = cli({"run", "--model", "ATmega8", "--max-cycles", "20000", kImageData + "small.hex"});
-    EXPECT_EQ(r.code, kExitLimit) << r.err;
-    EXPECT_EQ(r.err.find("UNRECOGNIZED"), std::string::npos) << r.err;
-}
-
 }  // namespace
 }  // namespace velmora

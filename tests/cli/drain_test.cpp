@@ -32,13 +32,6 @@ std::string program(const std::string& ending) {
            "END: " + ending + "\n";  // word address $D
 }
 
-// The cycle count of the closing summary.
-uint64_t cycles(const std::string& err) {
-    const std::string lead = "Real-time duration of the simulation is ";
-    const size_t at = err.find(lead);
-    return at == std::string::npos ? 0 : std::stoull(err.substr(at + lead.size()));
-}
-
 TEST(Drain, TheLastBytesWrittenToUdrArePrintedHoweverTheRunEnds) {
     const struct {
         const char* ending;
@@ -62,7 +55,7 @@ TEST(Drain, TheLastBytesWrittenToUdrArePrintedHoweverTheRunEnds) {
         EXPECT_EQ(r.out, "OK\n");
         // The bytes come before the summary, and their time is not in it: the line break was
         // written a few cycles after "O" went out, long before the 12000 cycles of three bytes.
-        EXPECT_LT(cycles(r.err), 9100u) << r.err;
+        EXPECT_LT(summarycycles(r.err), 9100u) << r.err;
     }
 }
 
@@ -89,7 +82,7 @@ TEST(Drain, TheDesktopProgramLeavesThemInTheTransmitter) {
 
     // The same cycle count as velmora-cli's run of the same program: the drain took no time.
     const CliResult r = runinprocess({"run", "--model", "ATmega8", (folder / "last.asm").string()});
-    EXPECT_EQ(cycles(r.err), m.totalcycles);
+    EXPECT_EQ(summarycycles(r.err), m.totalcycles);
 }
 
 }  // namespace

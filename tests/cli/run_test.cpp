@@ -7,8 +7,7 @@
 #include <sstream>
 
 #include "cli/commands.h"
-#include "inprocess.h"
-#include "cli/programinput.h"
+#include "clirows.h"
 
 namespace velmora {
 namespace {
@@ -16,20 +15,8 @@ namespace {
 using Result = test::CliResult;
 Result run(const std::vector<std::string>& args) { return test::runinprocess(args); }
 
-std::string writeprogram(const std::string& name, const std::string& text) {
-    const std::string path = testing::TempDir() + name;
-    std::ofstream(path) << text;
-    return path;
-}
-
-TEST(CliRun, ExampleRunsToSleepAndDumpsRegisters) {
-    const Result r = run({"run", "--dump", std::string(VELMORA_SOURCE_DATA_DIR) + "/examples/countdown.words"});
-    EXPECT_EQ(r.code, kExitSleep);
-    // 10 + 9 + ... + 1 = 55 = $37.
-    EXPECT_NE(r.out.find("R17 = $37"), std::string::npos) << r.out;
-    EXPECT_NE(r.err.find("Total number of executed instructions is 33."), std::string::npos) << r.err;
-    EXPECT_NE(r.err.find("43 clock cycles"), std::string::npos);
-}
+// The example, an avr-gcc image at a cycle limit, BASIC programs: rows of data/runs.txt.
+TEST(CliRun, EveryRowOfTheTable) { test::runcommandrows("runs.txt"); }
 
 TEST(CliRun, JsonDumpIsOneLineWithTheSameValues) {
     const Result r = run({"run", "--dump-format", "json", std::string(VELMORA_SOURCE_DATA_DIR) + "/examples/countdown.words"});
@@ -44,19 +31,6 @@ TEST(CliRun, JsonDumpIsOneLineWithTheSameValues) {
     for (const char* part : {"],\"SREG\":", ",\"SP\":", ",\"PC\":", ",\"io\":{\"", "},\"eeprom\":[255,"})
         EXPECT_NE(r.out.find(part), std::string::npos) << part;
     EXPECT_EQ(r.out.substr(r.out.size() - 3), "]}\n");
-}
-
-TEST(CliRun, RunningOffTheEndOfMemoryIsReported) {
-    // A bare machine of 16 Ki words filled with NOPs (0000) after an erased fill would be
-    // UNRECOGNIZED; so fill the whole memory with NOPs.
-    std::string program;
-    for (int i = 0; i < 16384; ++i) program += "0000\n";
-    EXPECT_EQ(run({"run", writeprogram("cli_nops.words", program)}).code, kExitEndOfMemory);
-}
-
-TEST(CliRun, ClockChangesTheTimeText) {
-    const Result r = run({"run", "--clock", "8", writeprogram("cli_clock.words", "0000 9588\n")});
-    EXPECT_NE(r.err.find("3 clock cycles or 0.38 \xC2\xB5s at 8 MHz."), std::string::npos) << r.err;
 }
 
 TEST(CliRun, ACycleLimitAloneStopsAtTheSameStepAsWithOtherLimits) {
@@ -74,14 +48,6 @@ TEST(CliRun, ACycleLimitAloneStopsAtTheSameStepAsWithOtherLimits) {
         const auto summary = [](const std::string& err) { return err.substr(err.find("Real-time")); };
         EXPECT_EQ(summary(alone.err), summary(hooked.err));
     }
-}
-
-TEST(WordFile, CommentsAndSeparators) {
-    std::string error;
-    const auto words = parsewordfile("; header\nE00A E010 ; two\n\n9588\n", error);
-    ASSERT_TRUE(words);
-    EXPECT_EQ(*words, (std::vector<uint16_t>{0xE00A, 0xE010, 0x9588}));
-    EXPECT_FALSE(parsewordfile("10000\n", error));
 }
 
 }  // namespace

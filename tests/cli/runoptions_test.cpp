@@ -38,24 +38,26 @@ TEST(RunOptions, EscapesOfUartText) {
     }
 }
 
-TEST(RunOptions, PinInputs) {
-    struct {
+// Pins as PORTx.BIT=0|1[@CYCLE], analog inputs as CHANNEL=VALUE[@CYCLE].
+TEST(RunOptions, PinAndAnalogInputs) {
+    const struct {
         const char* text;
-        int portcode, bit, value;
+        bool pin;
+        int where, bit, value;  // where: the port code or the channel
         uint64_t cycle;
     } cases[] = {
-        {"PORTB.0=1", 6, 0, 1, 0},
-        {"portd.7=0@123", 8, 7, 0, 123},
-        {"PORTA.3=1@0", 5, 3, 1, 0},
-        {"PORTG.5=0@18446744073", 11, 5, 0, 18446744073ull},
+        {"PORTB.0=1", true, 6, 0, 1, 0},        {"portd.7=0@123", true, 8, 7, 0, 123},
+        {"PORTA.3=1@0", true, 5, 3, 1, 0},      {"PORTG.5=0@18446744073", true, 11, 5, 0, 18446744073ull},
+        {"3=512@1000", false, 3, 0, 512, 1000}, {"15=1023", false, 15, 0, 1023, 0},
+        {"0=0@0", false, 0, 0, 0, 0},
     };
     for (const auto& c : cases) {
         std::string error;
-        const auto input = parsepininput(c.text, error);
+        const auto input = c.pin ? parsepininput(c.text, error) : parseanaloginput(c.text, error);
         ASSERT_TRUE(input) << c.text;
-        EXPECT_EQ(input->kind, ScheduledInput::Kind::Pin);
-        EXPECT_EQ(input->portcode, c.portcode) << c.text;
-        EXPECT_EQ(input->bit, c.bit) << c.text;
+        EXPECT_EQ(input->kind, c.pin ? ScheduledInput::Kind::Pin : ScheduledInput::Kind::Analog) << c.text;
+        EXPECT_EQ(c.pin ? input->portcode : input->channel, c.where) << c.text;
+        if (c.pin) { EXPECT_EQ(input->bit, c.bit) << c.text; }
         EXPECT_EQ(input->value, c.value) << c.text;
         EXPECT_EQ(input->cycle, c.cycle) << c.text;
     }
@@ -64,23 +66,6 @@ TEST(RunOptions, PinInputs) {
         std::string error;
         EXPECT_FALSE(parsepininput(bad, error)) << bad;
         EXPECT_NE(error.find("PORTx.BIT=0|1[@CYCLE]"), std::string::npos) << error;
-    }
-}
-
-TEST(RunOptions, AnalogInputs) {
-    struct {
-        const char* text;
-        int channel, value;
-        uint64_t cycle;
-    } cases[] = {{"3=512@1000", 3, 512, 1000}, {"15=1023", 15, 1023, 0}, {"0=0@0", 0, 0, 0}};
-    for (const auto& c : cases) {
-        std::string error;
-        const auto input = parseanaloginput(c.text, error);
-        ASSERT_TRUE(input) << c.text;
-        EXPECT_EQ(input->kind, ScheduledInput::Kind::Analog);
-        EXPECT_EQ(input->channel, c.channel);
-        EXPECT_EQ(input->value, c.value);
-        EXPECT_EQ(input->cycle, c.cycle);
     }
     for (const char* bad : {"16=1", "3=1024", "=5", "3=", "a=1", "3=5@x", "3", "-1=5", "3=-5"}) {
         std::string error;

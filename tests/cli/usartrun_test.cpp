@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cli/commands.h"
+#include "inprocess.h"
 #include "support/childprocess.h"
 #include "support/tempfolder.h"
 
@@ -17,21 +18,14 @@ const std::string kData = VELMORA_TEST_DATA_DIR;
 const std::string kEcho = kData + "/echo-atmega8.hex";
 const std::string kPins = kData + "/pins-atmega8.hex";
 
-// The cycle count of the closing summary, or 0.
-uint64_t cycles(const ChildRun& run) {
-    const std::string lead = "Real-time duration of the simulation is ";
-    const size_t at = run.err.find(lead);
-    return at == std::string::npos ? 0 : std::stoull(run.err.substr(at + lead.size()));
-}
-
 TEST(UsartRun, EchoGivesBackEveryByteUnchanged) {
     const ChildRun run = runcli({"run", "--model", "ATmega8", kEcho, "--uart-in", "Hello\\r\\n\\0\\xff\\x04"});
     EXPECT_EQ(run.code, kExitSleep) << run.err;
     EXPECT_EQ(run.out, std::string("Hello\r\n\0\xff", 9));
     // Nine bytes and the EOT, each received in 4001 cycles (1000 us at 4 MHz, then the next
     // byte follows at once), and the last echo still to send: at least 10 * 4001.
-    EXPECT_GE(cycles(run), 10u * 4001u);
-    EXPECT_LT(cycles(run), 10u * 4001u + 4000u);
+    EXPECT_GE(summarycycles(run.err), 10u * 4001u);
+    EXPECT_LT(summarycycles(run.err), 10u * 4001u + 4000u);
 }
 
 TEST(UsartRun, ReceivedBytesArePacedByTheByteTime) {
@@ -55,8 +49,8 @@ TEST(UsartRun, ByteTimeOptionScalesTheRun) {
                                  kData + "/hello-atmega328p.hex"});
     EXPECT_EQ(run.code, kExitSleep) << run.err;
     EXPECT_EQ(run.out, "328P says hi\r\n");
-    EXPECT_GE(cycles(run), 14u * 1600u);
-    EXPECT_LT(cycles(run), 14u * 1600u + 200u);
+    EXPECT_GE(summarycycles(run.err), 14u * 1600u);
+    EXPECT_LT(summarycycles(run.err), 14u * 1600u + 200u);
 }
 
 TEST(UsartRun, ClassicUartOfTheOldChips) {
@@ -101,8 +95,8 @@ TEST(UsartRun, PinsChangeAtTheirCycle) {
     }
     const ChildRun late = runcli({"run", "--model", "ATmega8", kPins, "--pin", "PORTB.0=1@20000", "--pin",
                                   "PORTB.0=0@40000"});
-    EXPECT_GE(cycles(late), 44000u);
-    EXPECT_LT(cycles(late), 44100u);
+    EXPECT_GE(summarycycles(late.err), 44000u);
+    EXPECT_LT(summarycycles(late.err), 44100u);
 }
 
 TEST(UsartRun, DumpFollowsTheOutputOnALineOfItsOwn) {

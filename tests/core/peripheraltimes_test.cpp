@@ -1,5 +1,6 @@
-// The settable peripheral times: settings read into the machine, and the "Change ..."
-// commands with their prompts, ranges and refusals.
+// The settable peripheral times: the "Change ..." commands with their prompts and ranges. The
+// stored times read at every bound are rows of shell/settingranges_test.cpp; the refusal of
+// the EEPROM time while running is in shell/mainwindow_options_test.cpp.
 
 #include <gtest/gtest.h>
 
@@ -13,30 +14,14 @@ namespace {
 struct Asker {
     std::optional<std::string> answer;
     std::string prompt, current;
-    int asked = 0;
     AskNumber function() {
         return [this](const std::string& p, const std::string& c) {
-            ++asked;
             prompt = p;
             current = c;
             return answer;
         };
     }
 };
-
-TEST(PeripheralTimes, ReadingPutsTheStoredTimesIntoTheMachine) {
-    Machine m;
-    MemorySettings settings;
-    settings.putsettingdword("EEPROM Write Time", 100);
-    settings.putsettingdword("A/D Conversion Time", 5000);  // out of range: the default counts
-    readperipheraltimes(m, settings);
-    EXPECT_EQ(m.eepromwritetime, 100.0f);
-    EXPECT_EQ(m.adconversiontime, 25.0f);
-    EXPECT_EQ(m.uarttime, 1000.0f);
-    EXPECT_EQ(peripheraltimes().size(), 3u);
-    // A missing value is written with its default.
-    EXPECT_EQ(settings.getsetting("UART Transmit/Receive Time", "x"), "1000");
-}
 
 // The answer to the prompt (which shows the current value) against the time's range; a good
 // one is applied and stored, a bad one told, an empty one or none cancels.
@@ -78,23 +63,6 @@ TEST(PeripheralTimes, RangeLimitsAndCancel) {
             EXPECT_EQ(messenger.messages[0], "Allowed range 50-20000.");
         }
     }
-}
-
-TEST(PeripheralTimes, TheEepromTimeIsRefusedWhileRunning) {
-    Machine m;
-    m.simulationrunning = true;
-    MemorySettings settings;
-    RecordingMessenger messenger;
-    Asker asker;
-    asker.answer = "100";
-    EXPECT_EQ(changeperipheraltime(m, settings, messenger, eepromwritetime(), asker.function()),
-              TimeChange::Refused);
-    EXPECT_EQ(asker.asked, 0);
-    ASSERT_EQ(messenger.messages.size(), 1u);
-    EXPECT_EQ(messenger.messages[0], "Please stop the simulation first.");
-    EXPECT_EQ(changeperipheraltime(m, settings, messenger, adconversiontime(), asker.function()),
-              TimeChange::Changed);
-    EXPECT_EQ(m.adconversiontime, 100.0f);
 }
 
 }  // namespace

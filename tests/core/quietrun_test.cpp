@@ -50,27 +50,6 @@ State state(const Sim& sim) {
     return {sim.m.totalcycles, sim.m.totalinstructions, sim.m.pc, sim.m.datamem[17], sim.m.datamem[18]};
 }
 
-// Interrupts enabled in a quiet run with one pending (SEI last), or on with nothing pending
-// until the OUT that enables one (SEI first): the fast run takes it where single steps do.
-TEST(QuietRun, AnInterruptIsTakenWhereSingleStepsTakeIt) {
-    for (bool seifirst : {false, true}) {
-        SCOPED_TRACE(seifirst ? "SEI first" : "SEI last");
-        QuietMachine stepped(seifirst);
-        stepped.run.menuspeed(kRateStep);
-        stepped.run.menustart();
-        for (int i = 0; i < 100 && stepped.m.simulationrunning; ++i) stepped.run.menustep();
-        ASSERT_FALSE(stepped.m.simulationrunning);
-
-        QuietMachine fast(seifirst);
-        fast.run.menuspeed(kRateUltimate);
-        fast.run.menustart();
-        EXPECT_EQ(fast.m.stopreason, Machine::StopReason::Sleep);
-        EXPECT_EQ(state(fast), state(stepped));
-        EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";
-        EXPECT_EQ(fast.m.datamem[17], 6);
-    }
-}
-
 TEST(QuietRun, BreakStopsAtItsOwnInstruction) {
     QuietMachine sim;
     sim.m.progmem[2 * 6] = kBreak & 0xFF;
@@ -83,23 +62,23 @@ TEST(QuietRun, BreakStopsAtItsOwnInstruction) {
     EXPECT_EQ(sim.m.datamem[17], 1);
 }
 
+// Interrupts enabled in a quiet run with one pending (SEI last), or on with nothing pending
+// until the OUT that enables one (SEI first): the fast run takes it where single steps do.
 // Breakpoint words end a fast run after the step that reaches one, as single steps would
 // find it: the instruction there has not run. Word 0 is never reached again; 0x10 is reached
 // by the interrupt's entry, which counts no instruction; the run resumes past a breakpoint.
-TEST(QuietRun, BreakpointWordsStopWhereSingleStepsReachThem) {
+TEST(QuietRun, FastRunsStopAndEndWhereSingleStepsDo) {
     const struct {
+        bool seifirst;
         std::vector<int32_t> words;
         std::vector<int32_t> stops;  // pc at each stop, resuming at Ultimate after each
     } rows[] = {
-        {{7}, {7}},
-        {{0x11, 3}, {3, 0x11}},
-        {{0x10}, {0x10}},
-        {{0}, {}},
-        {{0x0C, 6, 8}, {6, 8, 0x0C}},
+        {false, {}, {}},          {true, {}, {}},          {false, {7}, {7}}, {false, {0x11, 3}, {3, 0x11}},
+        {false, {0x10}, {0x10}}, {false, {0}, {}}, {false, {0x0C, 6, 8}, {6, 8, 0x0C}},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.words));
-        QuietMachine stepped;
+        SCOPED_TRACE((row.seifirst ? "SEI first, " : "SEI last, ") + testing::PrintToString(row.words));
+        QuietMachine stepped(row.seifirst);
         setbreakpoints(stepped.m, row.words);
         stepped.run.menuspeed(kRateStep);
         stepped.run.menustart();
@@ -108,8 +87,9 @@ TEST(QuietRun, BreakpointWordsStopWhereSingleStepsReachThem) {
             stepped.run.menustep();
             if (stepped.m.simulationrunning && atbreakpoint(stepped.m)) expected.push_back(state(stepped));
         }
+        ASSERT_FALSE(stepped.m.simulationrunning);
 
-        QuietMachine fast;
+        QuietMachine fast(row.seifirst);
         setbreakpoints(fast.m, row.words);
         fast.run.menuspeed(kRateUltimate);
         fast.run.menustart();
@@ -123,6 +103,9 @@ TEST(QuietRun, BreakpointWordsStopWhereSingleStepsReachThem) {
         ASSERT_EQ(stops.size(), row.stops.size());
         for (size_t i = 0; i < stops.size(); ++i) EXPECT_EQ(stops[i].pc, row.stops[i]) << "stop " << i;
         EXPECT_EQ(fast.m.stopreason, Machine::StopReason::Sleep);
+        EXPECT_EQ(state(fast), state(stepped));
+        EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";
+        EXPECT_EQ(fast.m.datamem[17], 6);
     }
 }
 

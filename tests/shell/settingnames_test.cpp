@@ -7,8 +7,8 @@
 #include <cctype>
 #include <set>
 
-#include "core/memorysettings.h"
 #include "shell/settingnames.h"
+#include "support/datafile.h"
 
 namespace velmora::test {
 namespace {
@@ -39,36 +39,17 @@ TEST(SettingNames, PatternsFillTheirPlaceholder) {
     EXPECT_EQ(settingname(kStepperCoilBit, "D"), "Stepper Coil D Bit");
 }
 
-// Defaults that the table computes: window places, families filled from patterns, colours
-// as red + 256 green + 65536 blue, ports by code (PORTB is 6, PORTC 7). Plain constants are
-// left to the table itself.
+// Defaults that the table computes, and values whose default is computed where they are
+// read: one row of data/settingdefaults.txt each. Plain constants are left to the table itself.
 TEST(SettingNames, DefaultsOfEveryGroup) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"External Module 5", "OFF"},      {"Simulation Duration -2", "0"},    {"Alternative SFR List2", ""},
-        {"Window1 Left", "3000"},          {"Window1 Top", "2000"},            {"Window53 Left", "4000"},
-        {"Window13 Top", "3000"},          {"Window17 Position", "70"},        {"On Top 46", "0"},
-        {"C Background Color", "16777215"}, {"C Keyword Color", "9830400"},    {"A Comment Color", "4210688"},
-        {"C Comment Color", "38400"},      {"A Line Numbers Background Color", "14483455"},
-        {"C Line Numbers Text Color", "25680"}, {"A Tab Size", "8"},           {"C Undo Levels Number", "20"},
-        {"LCD Data Lines Port", "6"},      {"LCD R/W Line Port", "0"},         {"GLCD R/W Line Port", "7"},
-        {"GLCD R/W Line Bit", "4"},        {"LED7 Bit", "7"},                  {"RED3 Bit", "7"},
-        {"KOL2 Bit", "2"},                 {"Stepper Coil C Bit", "2"},        {"Oscilloscope Input Color", "16744703"},
-        {"Oscilloscope Channel 4 Pull-up", "0"}, {"Signal Generator 3 Duty Cycle", "0"}, {"7-Segment 4h Pin", "7"},
-        {"7-Segment 1a Port", "6"},        {"7-Segment 2 Port", "0"},          {"7-Segment LED Color", "16761024"},
-    };
-    for (const auto& [name, value] : cases) {
+    for (const DataRow& row : datarows("settingdefaults.txt")) {
+        const size_t eq = row.text.find(" =");
+        const std::string name = row.text.substr(0, eq);
         const SettingInfo* info = findsetting(name);
         ASSERT_NE(info, nullptr) << name;
-        ASSERT_TRUE(info->defaultvalue.has_value()) << name;
-        EXPECT_EQ(*info->defaultvalue, value) << name;
-    }
-}
-
-TEST(SettingNames, ComputedDefaultsHaveNone) {
-    for (const char* name : {"Last Path", "Microcontroller Model", "Window9 Height", "Window11 Width"}) {
-        const SettingInfo* info = findsetting(name);
-        ASSERT_NE(info, nullptr) << name;
-        EXPECT_FALSE(info->defaultvalue.has_value()) << name;
+        ASSERT_EQ(info->defaultvalue.has_value(), eq != std::string::npos) << name;
+        if (eq == std::string::npos) continue;
+        EXPECT_EQ(*info->defaultvalue, row.text.substr(std::min(eq + 3, row.text.size()))) << name;
     }
 }
 
@@ -98,19 +79,6 @@ TEST(SettingNames, FamilySizes) {
     EXPECT_EQ(count("LED"), 24);
     EXPECT_EQ(count("7-Segment "), 4 * (4 + 16) + 1);
     EXPECT_EQ(count("Remove "), 7);
-}
-
-TEST(SettingNames, ANegativeWindowPlaceFallsBackToTheDefault) {
-    MemorySettings settings;
-    settings.putsetting("Window1 Left", "-100");
-    settings.putsetting("Window1 Top", "250");
-    const WindowPlace main = readwindowplace(settings, 1);
-    EXPECT_EQ(main.left, 3000);
-    EXPECT_EQ(main.top, 250);
-    const WindowPlace lcd = readwindowplace(settings, 20);
-    EXPECT_EQ(lcd.left, 4000);
-    EXPECT_EQ(lcd.top, 3000);
-    EXPECT_EQ(settings.getsetting("Window20 Left", "none"), "4000") << "the first read stores the default";
 }
 
 }  // namespace

@@ -199,43 +199,29 @@ TEST_F(SettingsStoreTest, AStoreWithoutAFileGivesDefaults) {
     EXPECT_EQ(nowhere.getsetting("Clock Frequency", "4"), "4");
 }
 
+// The settings file and the user data folder from the environment, in its order of precedence.
 TEST(SettingsPath, EnvironmentOrder) {
-    struct Case {
-        std::map<std::string, std::string> environment;
-        std::string path;
-    };
-    const Case cases[] = {
-        {{{"VELMORA_SETTINGS", "/tmp/s"}, {"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/tmp/s"},
-        {{{"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/x/velmora/settings"},
-        {{{"VELMORA_SETTINGS", ""}, {"XDG_CONFIG_HOME", "/x"}}, "/x/velmora/settings"},
-        {{{"XDG_CONFIG_HOME", "relative"}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
-        {{{"XDG_CONFIG_HOME", ""}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
-        {{}, ""},
-    };
-    for (const Case& c : cases) {
-        auto lookup = [&](const char* name) -> const char* {
-            auto it = c.environment.find(name);
-            return it == c.environment.end() ? nullptr : it->second.c_str();
-        };
-        EXPECT_EQ(usersettingspath(lookup), fs::path(c.path)) << c.path;
-    }
-}
-
-TEST(SettingsPath, UserDataFolder) {
     const struct {
+        bool data;  // the data folder, else the settings file
         std::map<std::string, std::string> environment;
         std::string path;
     } cases[] = {
-        {{{"XDG_DATA_HOME", "/d"}, {"HOME", "/h"}}, "/d/velmora"},
-        {{{"XDG_DATA_HOME", "relative"}, {"HOME", "/h"}}, "/h/.local/share/velmora"},
-        {{{"XDG_DATA_HOME", ""}}, ""},
+        {false, {{"VELMORA_SETTINGS", "/tmp/s"}, {"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/tmp/s"},
+        {false, {{"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/x/velmora/settings"},
+        {false, {{"VELMORA_SETTINGS", ""}, {"XDG_CONFIG_HOME", "/x"}}, "/x/velmora/settings"},
+        {false, {{"XDG_CONFIG_HOME", "relative"}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
+        {false, {{"XDG_CONFIG_HOME", ""}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
+        {false, {}, ""},
+        {true, {{"XDG_DATA_HOME", "/d"}, {"HOME", "/h"}}, "/d/velmora"},
+        {true, {{"XDG_DATA_HOME", "relative"}, {"HOME", "/h"}}, "/h/.local/share/velmora"},
+        {true, {{"XDG_DATA_HOME", ""}}, ""},
     };
     for (const auto& c : cases) {
         auto lookup = [&](const char* name) -> const char* {
             auto it = c.environment.find(name);
             return it == c.environment.end() ? nullptr : it->second.c_str();
         };
-        EXPECT_EQ(userdatafolder(lookup), fs::path(c.path)) << c.path;
+        EXPECT_EQ(c.data ? userdatafolder(lookup) : usersettingspath(lookup), fs::path(c.path)) << c.path;
     }
 }
 

@@ -82,23 +82,30 @@ TEST(Startup, SettingsAreReadInTheirTableOrder) {
     EXPECT_EQ(host.place->x, 200) << "3000 twips";
 }
 
-TEST(Startup, TheStoredRateIsAppliedThroughItsCommand) {
-    Shell shell;
-    shell.settings.putsetting("Simulation Rate", "6");
-    RecordingHost host;
-    ASSERT_TRUE(runstartup(shell.model, host));
-    EXPECT_EQ(shell.model.run().simulationrate(), 6);
-    EXPECT_TRUE(shell.model.menustates()["menuspeed6"].checked);
-}
-
-TEST(Startup, AModelIndexOutsideTheListBecomesTheLastModel) {
-    Shell shell;
-    shell.settings.putsetting("Microcontroller Model", "999");
-    RecordingHost host;
-    ASSERT_TRUE(runstartup(shell.model, host));
-    const auto& models = shell.model.simulation().models().models;
-    EXPECT_EQ(shell.settings.getsetting("Microcontroller Model", ""), std::to_string(models.size()));
-    EXPECT_EQ(shell.model.qprocessor(), models.back().name);
+// A stored value at start-up: the rate goes through its command, a model index beyond the list
+// becomes the last model, an auto start file that is gone is forgotten.
+TEST(Startup, StoredValuesAreAppliedOrRepaired) {
+    const struct {
+        const char *name, *stored, *after;  // after: null for the last model's index
+        int rate;
+    } rows[] = {
+        {"Simulation Rate", "6", "6", 6},
+        {"Microcontroller Model", "999", nullptr, 4},
+        {"Auto Start Hex File", "/nonexistent/velmora.hex", "", 4},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Shell shell;
+        shell.settings.putsetting(row.name, row.stored);
+        RecordingHost host;
+        ASSERT_TRUE(runstartup(shell.model, host));
+        const auto& models = shell.model.simulation().models().models;
+        EXPECT_EQ(shell.settings.getsetting(row.name, "x"), row.after ? row.after : std::to_string(models.size()));
+        EXPECT_EQ(shell.model.qprocessor(), row.after ? "ATmega32" : models.back().name);
+        EXPECT_EQ(shell.model.run().simulationrate(), row.rate);
+        EXPECT_EQ(shell.model.menustates()["menuspeed6"].checked, row.rate == 6);
+        EXPECT_EQ(shell.model.qprogram(), "");
+    }
 }
 
 TEST(Startup, NoModelFilesEndTheProgram) {
@@ -147,15 +154,6 @@ TEST(Startup, AutoStartSkipsWindowsTheModelCannotHave) {
     ASSERT_TRUE(runstartup(shell.model, host));
     EXPECT_EQ(shell.model.qprocessor(), "ATtiny13");
     EXPECT_TRUE(opened.empty());
-}
-
-TEST(Startup, AMissingAutoStartFileIsForgotten) {
-    Shell shell;
-    shell.settings.putsetting("Auto Start Hex File", "/nonexistent/velmora.hex");
-    RecordingHost host;
-    ASSERT_TRUE(runstartup(shell.model, host));
-    EXPECT_EQ(shell.settings.getsetting("Auto Start Hex File", "x"), "");
-    EXPECT_EQ(shell.model.qprogram(), "");
 }
 
 TEST(Shutdown, StoresThePositionRemembersOpenWindowsAndUnloadsThem) {

@@ -58,21 +58,6 @@ TEST(WindowRegistry, OpenFlagsAndActions) {
     EXPECT_FALSE(registry.microcontrollerviewopen());
 }
 
-TEST(WindowPlacement, NegativePositionComesBackAsTheDefaultAndIsRepaired) {
-    MemorySettings settings;
-    settings.putsetting("Window1 Left", "-100");
-    settings.putsetting("Window1 Top", "-1");
-    settings.putsetting("Window24 Left", "-1");
-    const auto place = startposition(settings, windows::kMain);
-    ASSERT_TRUE(place);
-    EXPECT_EQ(place->x, 3000 / 15);
-    EXPECT_EQ(place->y, 2000 / 15);
-    EXPECT_EQ(settings.getsetting("Window1 Left", ""), "3000");
-    EXPECT_EQ(settings.getsetting("Window1 Top", ""), "2000");
-    validatepositions(settings);
-    EXPECT_EQ(settings.getsetting("Window24 Left", ""), "4000");
-}
-
 TEST(WindowPlacement, SavedInTwipsAndCentredWithoutSavePositions) {
     MemorySettings settings;
     saveposition(settings, 37, {100, 50});

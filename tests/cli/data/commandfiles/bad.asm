@@ -1,0 +1,4 @@
+ NOP
+ LDI R15,256
+X: NOP
+X: NOP

@@ -1,0 +1,2 @@
+Dim a As Byte
+a = 300

@@ -1,0 +1,2 @@
+Define CLOCK_FREQUENCY = 8
+ASM: SLEEP

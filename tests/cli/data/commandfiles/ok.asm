@@ -1,0 +1,2 @@
+ LDI R16,1
+ SLEEP

@@ -1,0 +1,3 @@
+Hseropen
+Hserout "hi"
+ASM: SLEEP
