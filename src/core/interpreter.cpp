@@ -1,5 +1,8 @@
 #include "core/interpreter.h"
 
+#include <type_traits>
+#include <utility>
+
 #include "core/decode.h"
 #include "core/memory.h"
 #include "core/stack.h"
@@ -19,33 +22,251 @@ inline int k8of(uint16_t op) { return ((op >> 4) & 0xF0) | (op & 15); }
 inline int io6of(uint16_t op) { return (((op >> 5) & 0x30) | (op & 15)) + 32; }
 inline int io5of(uint16_t op) { return ((op >> 3) & 31) + 32; }
 
-inline uint8_t& sreg(Machine& m) { return m.datamem[kSregAddress]; }
-inline int carry(const Machine& m) { return m.datamem[kSregAddress] & kFlagC; }
+// The state a handler works on. A single step works on the machine's own fields; a quiet run
+// on copies in locals that the compiler can keep in registers, since any byte stored to the
+// data space could otherwise be one of them and would force them back to memory per
+// instruction. Whatever is not copied is reached through `m`. Procedures outside this file
+// see the machine only, so the copies go back before such a call and are read again after it.
+// What no instruction changes: the memories' places and the model's sizes.
+struct Layout {
+    explicit Layout(Machine& machine)
+        : m(machine), data(machine.datamem.data()), program(machine.progmem.data()), flashwords(machine.flashwords),
+          dataspacesize(machine.dataspacesize), sideeffects(machine.sideeffects.data()),
+          datamask(machine.datamask.data()), eightbitpointers(machine.eightbitpointers),
+          sramstack(machine.sramsize > 0), sramstart(96 + machine.extendedio), threebytepc(machine.threebytepc),
+          infiniteloopstop(machine.infiniteloopstop) {}
+
+    Machine& m;
+    uint8_t* const data;
+    const uint8_t* const program;
+    const int32_t flashwords;
+    const int dataspacesize;
+    const uint8_t* const sideeffects;
+    const uint8_t* const datamask;
+    const bool eightbitpointers;
+    const bool sramstack;  // the stack lies in SRAM, not in the hardware stack
+    const int sramstart;
+    const bool threebytepc;
+    const bool infiniteloopstop;
+};
+
+struct StepState : Layout {
+    explicit StepState(Machine& machine)
+        : Layout(machine), pc(machine.pc), cycles(machine.totalcycles), status(machine.datamem[kSregAddress]) {}
+    static constexpr bool kStatusApart = false;
+    void flush() {}
+    void reload() {}
+    void stop(Machine::StopReason reason) {
+        m.stoprequest = true;
+        m.stopreason = reason;
+    }
+
+    int32_t& pc;
+    uint64_t& cycles;
+    uint8_t& status;  // SREG
+};
+
+struct QuietState : Layout {
+    explicit QuietState(Machine& machine)
+        : Layout(machine), pc(machine.pc), cycles(machine.totalcycles),
+          limit(machine.stoprequest ? 0 : machine.attentioncycle), instructionsbefore(machine.totalinstructions),
+          stepstart(machine.stepstartcycles), lastpc(machine.lastpc), status(machine.datamem[kSregAddress]) {}
+    // SREG is kept apart from the data space too: the flags of one instruction are read by the next.
+    static constexpr bool kStatusApart = true;
+    void flush() {
+        data[kSregAddress] = status;
+        m.pc = pc;
+        m.totalcycles = cycles;
+        m.totalinstructions = instructionsbefore + done;
+        m.stepstartcycles = stepstart;
+        m.lastpc = lastpc;
+    }
+    void reload() {
+        status = data[kSregAddress];
+        pc = m.pc;
+        cycles = m.totalcycles;
+        limit = m.stoprequest ? 0 : m.attentioncycle;
+    }
+    void stop(Machine::StopReason reason) {
+        m.stoprequest = true;
+        m.stopreason = reason;
+        limit = 0;
+    }
+
+    int32_t pc;
+    uint64_t cycles;
+    uint64_t limit;  // the run ends once cycles reach it: the attention cycle, or 0 after a stop
+    const uint64_t instructionsbefore;
+    uint32_t done = 0;  // instructions run, the one under way included
+    uint64_t stepstart;
+    int32_t lastpc;
+    uint8_t status;
+};
+
+// A procedure of another file, on the machine itself.
+template <class S, class F>
+inline auto outside(S& s, F call) {
+    s.flush();
+    if constexpr (std::is_void_v<decltype(call(s.m))>) {
+        call(s.m);
+        s.reload();
+    } else {
+        const auto result = call(s.m);
+        s.reload();
+        return result;
+    }
+}
+
+template <class S>
+inline void spend(S& s, uint32_t n) {
+    s.cycles += n;
+}
+
+// Steps pc by one word; running off the end of program memory wraps and stops.
+template <class S>
+inline void advance(S& s) {
+    if (++s.pc >= s.flashwords) {
+        s.pc = s.flashwords > 0 ? s.pc % s.flashwords : 0;
+        s.stop(Machine::StopReason::EndOfMemory);
+    }
+}
+
+// After a jump: brings pc back into program memory without stopping.
+template <class S>
+inline void normalize(S& s) {
+    if (s.flashwords <= 0) {
+        s.pc = 0;
+        return;
+    }
+    if (s.pc < 0) s.pc += s.flashwords;
+    s.pc %= s.flashwords;
+    if (s.pc < 0) s.pc += s.flashwords;
+}
+
+template <class S>
+inline uint16_t progword(const S& s, int wordaddress) {
+    const uint8_t* bytes = s.program + static_cast<size_t>(wordaddress) * 2;
+    return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
+}
+
+// The data space with its side effects, as datamemread and datamemwrite reach it.
+template <class S>
+inline uint8_t readdata(S& s, int address) {
+    if (static_cast<unsigned>(address) < static_cast<unsigned>(s.dataspacesize) &&
+        !(s.sideeffects[address] & kEffectRead)) {
+        if constexpr (S::kStatusApart)
+            if (address == kSregAddress) return s.status;
+        return s.data[address];
+    }
+    return outside(s, [address](Machine& m) { return datamemreadslow(m, address); });
+}
+
+template <class S>
+inline void writedata(S& s, int address, uint8_t value, uint8_t bits) {
+    if (static_cast<unsigned>(address) < static_cast<unsigned>(s.dataspacesize) &&
+        !(s.sideeffects[address] & kEffectWrite)) {
+        if constexpr (S::kStatusApart)
+            if (address == kSregAddress) {
+                s.status = s.datamask[address] & value;
+                return;
+            }
+        s.data[address] = s.datamask[address] & value;
+        return;
+    }
+    outside(s, [address, value, bits](Machine& m) { datamemwriteslow(m, address, value, bits); });
+}
+
+// The stack in SRAM as stack.cpp keeps it, done here while the stack pointer stays inside
+// SRAM; the hardware stack and a pointer leaving SRAM (with its message) go to stack.cpp.
+template <class S>
+inline int stacktop(const S& s) {
+    return s.eightbitpointers ? s.data[kSplAddress] : s.data[kSplAddress] | (s.data[kSphAddress] << 8);
+}
+template <class S>
+inline bool instack(const S& s, int sp) {
+    return sp >= s.sramstart && sp <= s.dataspacesize - 1;
+}
+template <class S>
+inline void setstacktop(S& s, int sp) {
+    s.data[kSplAddress] = static_cast<uint8_t>(sp & 0xFF) & s.datamask[kSplAddress];
+    if (!s.eightbitpointers) s.data[kSphAddress] = static_cast<uint8_t>(sp >> 8) & s.datamask[kSphAddress];
+}
+
+template <class S>
+inline void push(S& s, uint8_t value) {
+    const int sp = stacktop(s);
+    if (s.sramstack && instack(s, sp) && instack(s, sp - 1)) {
+        s.data[sp] = value;
+        setstacktop(s, sp - 1);
+        return;
+    }
+    outside(s, [value](Machine& m) { pushbyte(m, value); });
+}
+
+template <class S>
+inline uint8_t pop(S& s) {
+    const int sp = stacktop(s) + 1;
+    if (s.sramstack && instack(s, sp)) {
+        setstacktop(s, sp);
+        const int top = stacktop(s);  // as stored, through the registers' masks
+        return instack(s, top) ? s.data[top] : 0;
+    }
+    return outside(s, [](Machine& m) { return popbyte(m); });
+}
+
+template <class S>
+inline void pushreturn(S& s, int32_t address) {
+    if (!s.sramstack) {
+        outside(s, [address](Machine& m) { pushreturnaddress(m, address); });
+        return;
+    }
+    push(s, static_cast<uint8_t>(address & 0xFF));
+    push(s, static_cast<uint8_t>((address >> 8) & 0xFF));
+    if (s.threebytepc) push(s, static_cast<uint8_t>((address >> 16) & 0xFF));
+}
+
+template <class S>
+inline int32_t pullreturn(S& s) {
+    if (!s.sramstack) return outside(s, [](Machine& m) { return pullreturnaddress(m); });
+    int32_t address = 0;
+    if (s.threebytepc) address = pop(s) << 16;
+    address |= pop(s) << 8;
+    address |= pop(s);
+    return address;
+}
+
+template <class S>
+inline uint8_t& sreg(S& s) { return s.status; }
+template <class S>
+inline int carry(const S& s) { return s.status & kFlagC; }
 // Replaces the SREG bits of `mask` by `bits`.
-inline void setflags(Machine& m, uint8_t mask, unsigned bits) {
-    sreg(m) = static_cast<uint8_t>((sreg(m) & ~mask) | (bits & mask));
+template <class S>
+inline void setflags(S& s, uint8_t mask, unsigned bits) {
+    sreg(s) = static_cast<uint8_t>((sreg(s) & ~mask) | (bits & mask));
 }
 constexpr unsigned nzbits(int result) { return ((result & 0xFF) == 0 ? kFlagZ : 0) | ((result & 0x80) ? kFlagN : 0); }
 // S = N xor V, from bits already in place.
 constexpr unsigned withsign(unsigned bits) { return bits | ((((bits >> 2) ^ (bits >> 3)) & 1) << 4); }
 
 // d + r + c: the classic carry, half-carry and two's-complement overflow rules.
-inline void flagsadd(Machine& m, int d, int r, int c, int res) {
+template <class S>
+inline void flagsadd(S& s, int d, int r, int c, int res) {
     unsigned bits = nzbits(res);
     if (res & 0x100) bits |= kFlagC;
     if (((d & 15) + (r & 15) + c) & 0x10) bits |= kFlagH;
     if ((d ^ res) & (r ^ res) & 0x80) bits |= kFlagV;
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
+    setflags(s, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
 }
 
 // d - r - c; `sticky` keeps Z only when it was set (SBC, SBCI, CPC).
-inline void flagssub(Machine& m, int d, int r, int c, int res, bool sticky) {
+template <class S>
+inline void flagssub(S& s, int d, int r, int c, int res, bool sticky) {
     unsigned bits = res & 0x80 ? kFlagN : 0;
-    if ((res & 0xFF) == 0) bits |= sticky ? (sreg(m) & kFlagZ) : kFlagZ;
+    if ((res & 0xFF) == 0) bits |= sticky ? (sreg(s) & kFlagZ) : kFlagZ;
     if (r + c > d) bits |= kFlagC;
     if ((r & 15) + c > (d & 15)) bits |= kFlagH;
     if ((d ^ r) & (d ^ res) & 0x80) bits |= kFlagV;
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
+    setflags(s, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | kFlagH, withsign(bits));
 }
 
 // Logic results: Z and N from the result, V cleared, S = N.
@@ -68,91 +289,101 @@ constexpr auto kShiftBits = [] {
     return table;
 }();
 
-inline void flagslogic(Machine& m, int res) { setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, kLogicBits[res & 0xFF]); }
+template <class S>
+inline void flagslogic(S& s, int res) { setflags(s, kFlagZ | kFlagN | kFlagV | kFlagS, kLogicBits[res & 0xFF]); }
 
 // `extra` (with `extramask`) adds H for LSL and ROL.
-inline void flagsshift(Machine& m, int res, bool c, unsigned extra = 0, uint8_t extramask = 0) {
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | extramask,
+template <class S>
+inline void flagsshift(S& s, int res, bool c, unsigned extra = 0, uint8_t extramask = 0) {
+    setflags(s, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS | extramask,
              kShiftBits[(c ? 256 : 0) | (res & 0xFF)] | extra);
 }
 
-inline int word(const Machine& m, int low) { return m.datamem[low] | (m.datamem[low + 1] << 8); }
+template <class S>
+inline int word(const S& s, int low) { return s.data[low] | (s.data[low + 1] << 8); }
 
 // Pointer registers: with an eight-bit data space only the low register counts.
-inline int pointer(const Machine& m, int low) { return m.eightbitpointers ? m.datamem[low] : word(m, low); }
-inline void setpointer(Machine& m, int low, int value) {
-    m.datamem[low] = static_cast<uint8_t>(value & 0xFF);
-    if (!m.eightbitpointers) m.datamem[low + 1] = static_cast<uint8_t>((value >> 8) & 0xFF);
+template <class S>
+inline int pointer(const S& s, int low) { return s.eightbitpointers ? s.data[low] : word(s, low); }
+template <class S>
+inline void setpointer(S& s, int low, int value) {
+    s.data[low] = static_cast<uint8_t>(value & 0xFF);
+    if (!s.eightbitpointers) s.data[low + 1] = static_cast<uint8_t>((value >> 8) & 0xFF);
 }
-inline int pointerwrap(const Machine& m) { return m.eightbitpointers ? 0xFF : 0xFFFF; }
+template <class S>
+inline int pointerwrap(const S& s) { return s.eightbitpointers ? 0xFF : 0xFFFF; }
 
-void checkinfiniteloop(Machine& m, int32_t oldpc) {
-    if (m.infiniteloopstop && m.pc == oldpc) {
-        m.stoprequest = true;
-        m.stopreason = Machine::StopReason::InfiniteLoop;
+template <class S>
+void checkinfiniteloop(S& s, int32_t oldpc) {
+    if (s.infiniteloopstop && s.pc == oldpc) {
+        s.stop(Machine::StopReason::InfiniteLoop);
     }
 }
 
-int32_t absolutetarget(const Machine& m, uint16_t op, uint16_t op2) {
+template <class S>
+int32_t absolutetarget(const S& s, uint16_t op, uint16_t op2) {
     const int32_t high = (op & 1) | ((op >> 3) & 0x3E);
     const int64_t target = static_cast<int64_t>(high) * 65536 + op2;
-    return m.flashwords > 0 ? static_cast<int32_t>(target % m.flashwords) : 0;
+    return s.flashwords > 0 ? static_cast<int32_t>(target % s.flashwords) : 0;
 }
 
-int32_t zmodflash(const Machine& m) { return m.flashwords > 0 ? word(m, kZL) % m.flashwords : 0; }
-inline void callcycles(Machine& m, uint32_t extra) { addcycles(m, m.threebytepc ? extra + 1 : extra); }
+template <class S>
+int32_t zmodflash(const S& s) { return s.flashwords > 0 ? word(s, kZL) % s.flashwords : 0; }
+template <class S>
+inline void callcycles(S& s, uint32_t extra) { spend(s, s.threebytepc ? extra + 1 : extra); }
 
 // A taken skip passes over one word, or two when that word starts a two-word instruction.
-void skipif(Machine& m, bool condition) {
+template <class S>
+void skipif(S& s, bool condition) {
     if (!condition) return;
-    const int words = istwoword(progword(m, m.pc)) ? 2 : 1;
+    const int words = istwoword(progword(s, s.pc)) ? 2 : 1;
     for (int i = 0; i < words; ++i) {
-        pcstep(m);
-        addcycles(m, 1);
+        advance(s);
+        spend(s, 1);
     }
 }
 
 // ---- handlers ----
 
-void hUnrecognized(Machine& m, uint16_t) {
-    m.laststep = Machine::LastStep::Unrecognized;
-    m.stoprequest = true;
-    m.stopreason = Machine::StopReason::Unrecognized;
+template <class S>
+void hUnrecognized(S& s, uint16_t) {
+    s.m.laststep = Machine::LastStep::Unrecognized;
+    s.stop(Machine::StopReason::Unrecognized);
 }
 
-template <bool kCarry>
-void hAdd(Machine& m, uint16_t op) {
-    const int dr = d5of(op), d = m.datamem[dr], r = m.datamem[r5of(op)], c = kCarry ? carry(m) : 0;
+template <bool kCarry, class S>
+void hAdd(S& s, uint16_t op) {
+    const int dr = d5of(op), d = s.data[dr], r = s.data[r5of(op)], c = kCarry ? carry(s) : 0;
     const int res = d + r + c;
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagsadd(m, d, r, c, res);
-    pcstep(m);
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagsadd(s, d, r, c, res);
+    advance(s);
 }
 
-template <bool kCarry>
-void hShiftLeft(Machine& m, uint16_t op) {  // LSL, ROL: the ADD/ADC words with equal registers
-    const int dr = d5of(op), d = m.datamem[dr];
-    const int res = ((d & 127) << 1) | (kCarry ? carry(m) : 0);
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagsshift(m, res, d & 0x80, (d & 0x08) ? kFlagH : 0, kFlagH);
-    pcstep(m);
+template <bool kCarry, class S>
+void hShiftLeft(S& s, uint16_t op) {  // LSL, ROL: the ADD/ADC words with equal registers
+    const int dr = d5of(op), d = s.data[dr];
+    const int res = ((d & 127) << 1) | (kCarry ? carry(s) : 0);
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagsshift(s, res, d & 0x80, (d & 0x08) ? kFlagH : 0, kFlagH);
+    advance(s);
 }
 
-template <bool kAdd>
-void hWord(Machine& m, uint16_t op) {  // ADIW, SBIW
+template <bool kAdd, class S>
+void hWord(S& s, uint16_t op) {  // ADIW, SBIW
     const int low = 24 + ((op >> 4) & 3) * 2;
     const int k = ((op >> 2) & 0x30) | (op & 15);
-    const int w = word(m, low);
+    const int w = word(s, low);
     const int res = (kAdd ? w + k : w - k) & 0xFFFF;
     const int sv = kAdd ? sgn16(w) + k : sgn16(w) - k;
     unsigned bits = (res == 0 ? kFlagZ : 0) | ((res & 0x8000) ? kFlagN : 0);
     if (kAdd ? (w + k >= 65536) : (k > w)) bits |= kFlagC;
     if (sv < -32768 || sv > 32767) bits |= kFlagV;
-    m.datamem[low] = static_cast<uint8_t>(res & 0xFF);
-    m.datamem[low + 1] = static_cast<uint8_t>(res >> 8);
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(bits));
-    addcycles(m, 1);
-    pcstep(m);
+    s.data[low] = static_cast<uint8_t>(res & 0xFF);
+    s.data[low + 1] = static_cast<uint8_t>(res >> 8);
+    setflags(s, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(bits));
+    spend(s, 1);
+    advance(s);
 }
 
 enum class Logic { And, Or, Eor };
@@ -161,139 +392,150 @@ inline int logic(int a, int b) {
     return kOp == Logic::And ? (a & b) : kOp == Logic::Or ? (a | b) : (a ^ b);
 }
 
-template <Logic kOp>
-void hLogic(Machine& m, uint16_t op) {  // AND, TST, OR, EOR, CLR
+template <Logic kOp, class S>
+void hLogic(S& s, uint16_t op) {  // AND, TST, OR, EOR, CLR
     const int dr = d5of(op);
-    const int res = logic<kOp>(m.datamem[dr], m.datamem[r5of(op)]);
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagslogic(m, res);
-    pcstep(m);
+    const int res = logic<kOp>(s.data[dr], s.data[r5of(op)]);
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagslogic(s, res);
+    advance(s);
 }
 
-template <Logic kOp>
-void hLogicImmediate(Machine& m, uint16_t op) {  // ANDI, ORI
+template <Logic kOp, class S>
+void hLogicImmediate(S& s, uint16_t op) {  // ANDI, ORI
     const int dr = d4of(op);
-    const int res = logic<kOp>(m.datamem[dr], k8of(op));
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagslogic(m, res);
-    pcstep(m);
+    const int res = logic<kOp>(s.data[dr], k8of(op));
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagslogic(s, res);
+    advance(s);
 }
 
-void hCom(Machine& m, uint16_t op) {
-    const int dr = d5of(op), res = 255 - m.datamem[dr];
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    setflags(m, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | kFlagC));
-    pcstep(m);
+template <class S>
+void hCom(S& s, uint16_t op) {
+    const int dr = d5of(op), res = 255 - s.data[dr];
+    s.data[dr] = static_cast<uint8_t>(res);
+    setflags(s, kFlagC | kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | kFlagC));
+    advance(s);
 }
 
-void hNeg(Machine& m, uint16_t op) {
-    const int dr = d5of(op), d = m.datamem[dr], res = (0 - d) & 0xFF;
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagssub(m, 0, d, 0, res, false);
-    pcstep(m);
+template <class S>
+void hNeg(S& s, uint16_t op) {
+    const int dr = d5of(op), d = s.data[dr], res = (0 - d) & 0xFF;
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagssub(s, 0, d, 0, res, false);
+    advance(s);
 }
 
 // SUB, SBC, CP, CPC on registers; SUBI, SBCI, CPI on an immediate.
-template <bool kImmediate, bool kCarry, bool kStore>
-void hSubtract(Machine& m, uint16_t op) {
+template <bool kImmediate, bool kCarry, bool kStore, class S>
+void hSubtract(S& s, uint16_t op) {
     const int dr = kImmediate ? d4of(op) : d5of(op);
-    const int d = m.datamem[dr], r = kImmediate ? k8of(op) : m.datamem[r5of(op)];
-    const int c = kCarry ? carry(m) : 0;
+    const int d = s.data[dr], r = kImmediate ? k8of(op) : s.data[r5of(op)];
+    const int c = kCarry ? carry(s) : 0;
     const int res = (d - r - c) & 0xFF;
-    if (kStore) m.datamem[dr] = static_cast<uint8_t>(res);
-    flagssub(m, d, r, c, res, kCarry);
-    pcstep(m);
+    if (kStore) s.data[dr] = static_cast<uint8_t>(res);
+    flagssub(s, d, r, c, res, kCarry);
+    advance(s);
 }
 
-template <int kDelta>
-void hIncDec(Machine& m, uint16_t op) {  // INC, DEC: C and H untouched
-    const int dr = d5of(op), d = m.datamem[dr], res = (d + kDelta) & 0xFF;
-    m.datamem[dr] = static_cast<uint8_t>(res);
+template <int kDelta, class S>
+void hIncDec(S& s, uint16_t op) {  // INC, DEC: C and H untouched
+    const int dr = d5of(op), d = s.data[dr], res = (d + kDelta) & 0xFF;
+    s.data[dr] = static_cast<uint8_t>(res);
     const bool v = kDelta > 0 ? d == 0x7F : d == 0x80;
-    setflags(m, kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | (v ? kFlagV : 0)));
-    pcstep(m);
+    setflags(s, kFlagZ | kFlagN | kFlagV | kFlagS, withsign(nzbits(res) | (v ? kFlagV : 0)));
+    advance(s);
 }
 
 enum class Shift { Asr, Lsr, Ror };
-template <Shift kKind>
-void hShiftRight(Machine& m, uint16_t op) {
-    const int dr = d5of(op), d = m.datamem[dr];
+template <Shift kKind, class S>
+void hShiftRight(S& s, uint16_t op) {
+    const int dr = d5of(op), d = s.data[dr];
     int res = d >> 1;
     if (kKind == Shift::Asr) res |= d & 0x80;
-    if (kKind == Shift::Ror) res |= carry(m) << 7;
-    m.datamem[dr] = static_cast<uint8_t>(res);
-    flagsshift(m, res, d & 1);
-    pcstep(m);
+    if (kKind == Shift::Ror) res |= carry(s) << 7;
+    s.data[dr] = static_cast<uint8_t>(res);
+    flagsshift(s, res, d & 1);
+    advance(s);
 }
 
-void hSwap(Machine& m, uint16_t op) {
-    uint8_t& r = m.datamem[d5of(op)];
+template <class S>
+void hSwap(S& s, uint16_t op) {
+    uint8_t& r = s.data[d5of(op)];
     r = static_cast<uint8_t>((r << 4) | (r >> 4));
-    pcstep(m);
+    advance(s);
 }
 
-template <bool kSet>
-void hSregBit(Machine& m, uint16_t op) {  // BSET, BCLR
+template <bool kSet, class S>
+void hSregBit(S& s, uint16_t op) {  // BSET, BCLR
     const uint8_t mask = static_cast<uint8_t>(1 << ((op >> 4) & 7));
-    setflags(m, mask, kSet ? mask : 0);
-    pcstep(m);
+    setflags(s, mask, kSet ? mask : 0);
+    advance(s);
 }
 
-void hBst(Machine& m, uint16_t op) {
-    setflags(m, kFlagT, ((m.datamem[d5of(op)] >> (op & 7)) & 1) ? kFlagT : 0);
-    pcstep(m);
+template <class S>
+void hBst(S& s, uint16_t op) {
+    setflags(s, kFlagT, ((s.data[d5of(op)] >> (op & 7)) & 1) ? kFlagT : 0);
+    advance(s);
 }
 
-void hBld(Machine& m, uint16_t op) {
-    uint8_t& r = m.datamem[d5of(op)];
+template <class S>
+void hBld(S& s, uint16_t op) {
+    uint8_t& r = s.data[d5of(op)];
     const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
-    r = (sreg(m) & kFlagT) ? (r | mask) : (r & ~mask);
-    pcstep(m);
+    r = (sreg(s) & kFlagT) ? (r | mask) : (r & ~mask);
+    advance(s);
 }
 
-void hMov(Machine& m, uint16_t op) {
-    m.datamem[d5of(op)] = m.datamem[r5of(op)];
-    pcstep(m);
+template <class S>
+void hMov(S& s, uint16_t op) {
+    s.data[d5of(op)] = s.data[r5of(op)];
+    advance(s);
 }
 
-void hLdi(Machine& m, uint16_t op) {
-    m.datamem[d4of(op)] = static_cast<uint8_t>(k8of(op));
-    pcstep(m);
+template <class S>
+void hLdi(S& s, uint16_t op) {
+    s.data[d4of(op)] = static_cast<uint8_t>(k8of(op));
+    advance(s);
 }
 
-void hMovw(Machine& m, uint16_t op) {
+template <class S>
+void hMovw(S& s, uint16_t op) {
     const int dd = ((op >> 4) & 15) * 2, rr = (op & 15) * 2;
-    m.datamem[dd] = m.datamem[rr];
-    m.datamem[dd + 1] = m.datamem[rr + 1];
-    pcstep(m);
+    s.data[dd] = s.data[rr];
+    s.data[dd + 1] = s.data[rr + 1];
+    advance(s);
 }
 
-void hIn(Machine& m, uint16_t op) {
-    pcstep(m);
-    m.datamem[d5of(op)] = datamemread(m, io6of(op));
+template <class S>
+void hIn(S& s, uint16_t op) {
+    advance(s);
+    s.data[d5of(op)] = readdata(s, io6of(op));
 }
 
-void hOut(Machine& m, uint16_t op) {
-    pcstep(m);
-    datamemwrite(m, io6of(op), m.datamem[d5of(op)], 255);
+template <class S>
+void hOut(S& s, uint16_t op) {
+    advance(s);
+    writedata(s, io6of(op), s.data[d5of(op)], 255);
 }
 
-template <bool kSet>
-void hIoBit(Machine& m, uint16_t op) {  // SBI, CBI: read, change one bit, write with that bit as mask
-    pcstep(m);
+template <bool kSet, class S>
+void hIoBit(S& s, uint16_t op) {  // SBI, CBI: read, change one bit, write with that bit as mask
+    advance(s);
     const int address = io5of(op);
     const uint8_t mask = static_cast<uint8_t>(1 << (op & 7));
-    uint8_t value = datamemread(m, address);
+    uint8_t value = readdata(s, address);
     value = kSet ? (value | mask) : (value & ~mask);
-    datamemwrite(m, address, value, mask);
-    addcycles(m, 1);
+    writedata(s, address, value, mask);
+    spend(s, 1);
 }
 
-void storeproduct(Machine& m, int product) {
+template <class S>
+void storeproduct(S& s, int product) {
     if (product < 0) product += 65536;
-    m.datamem[0] = static_cast<uint8_t>(product & 0xFF);
-    m.datamem[1] = static_cast<uint8_t>((product >> 8) & 0xFF);
-    setflags(m, kFlagZ | kFlagC, ((product & 0xFFFF) == 0 ? kFlagZ : 0) | ((product & 0x8000) ? kFlagC : 0));
+    s.data[0] = static_cast<uint8_t>(product & 0xFF);
+    s.data[1] = static_cast<uint8_t>((product >> 8) & 0xFF);
+    setflags(s, kFlagZ | kFlagC, ((product & 0xFFFF) == 0 ? kFlagZ : 0) | ((product & 0x8000) ? kFlagC : 0));
 }
 
 inline int s8(int v) { return static_cast<int8_t>(v); }
@@ -303,328 +545,350 @@ inline int product(int a, int b) {
     return kSign == Sign::UU ? a * b : kSign == Sign::SS ? s8(a) * s8(b) : s8(a) * b;
 }
 
-void hMul(Machine& m, uint16_t op) {
-    pcstep(m);
-    storeproduct(m, m.datamem[d5of(op)] * m.datamem[r5of(op)]);
-    addcycles(m, 1);
+template <class S>
+void hMul(S& s, uint16_t op) {
+    advance(s);
+    storeproduct(s, s.data[d5of(op)] * s.data[r5of(op)]);
+    spend(s, 1);
 }
 
-void hMuls(Machine& m, uint16_t op) {
-    pcstep(m);
-    storeproduct(m, product<Sign::SS>(m.datamem[d4of(op)], m.datamem[16 + (op & 15)]));
-    addcycles(m, 1);
+template <class S>
+void hMuls(S& s, uint16_t op) {
+    advance(s);
+    storeproduct(s, product<Sign::SS>(s.data[d4of(op)], s.data[16 + (op & 15)]));
+    spend(s, 1);
 }
 
-void hMulsu(Machine& m, uint16_t op) {
-    pcstep(m);
-    storeproduct(m, product<Sign::SU>(m.datamem[16 + ((op >> 4) & 7)], m.datamem[16 + (op & 7)]));
-    addcycles(m, 1);
+template <class S>
+void hMulsu(S& s, uint16_t op) {
+    advance(s);
+    storeproduct(s, product<Sign::SU>(s.data[16 + ((op >> 4) & 7)], s.data[16 + (op & 7)]));
+    spend(s, 1);
 }
 
 // Fractional multiply: C from bit 15 of the product, R1:R0 the product shifted left once.
-template <Sign kSign>
-void hFmul(Machine& m, uint16_t op) {
-    pcstep(m);
-    int p = product<kSign>(m.datamem[16 + ((op >> 4) & 7)], m.datamem[16 + (op & 7)]);
+template <Sign kSign, class S>
+void hFmul(S& s, uint16_t op) {
+    advance(s);
+    int p = product<kSign>(s.data[16 + ((op >> 4) & 7)], s.data[16 + (op & 7)]);
     if (p < 0) p += 65536;
     const int shifted = (p << 1) & 0xFFFF;
-    m.datamem[0] = static_cast<uint8_t>(shifted & 0xFF);
-    m.datamem[1] = static_cast<uint8_t>(shifted >> 8);
-    setflags(m, kFlagZ | kFlagC, (shifted == 0 ? kFlagZ : 0) | ((p & 0x8000) ? kFlagC : 0));
-    addcycles(m, 1);
+    s.data[0] = static_cast<uint8_t>(shifted & 0xFF);
+    s.data[1] = static_cast<uint8_t>(shifted >> 8);
+    setflags(s, kFlagZ | kFlagC, (shifted == 0 ? kFlagZ : 0) | ((p & 0x8000) ? kFlagC : 0));
+    spend(s, 1);
 }
 
-void hNop(Machine& m, uint16_t) { pcstep(m); }
+template <class S>
+void hNop(S& s, uint16_t) { advance(s); }
 
 // A NOP that the run control answers after the step.
-void hBreak(Machine& m, uint16_t) {
-    m.breakexecuted = true;
-    m.endquiet = true;
-    pcstep(m);
+template <class S>
+void hBreak(S& s, uint16_t) {
+    s.m.breakexecuted = true;
+    s.m.endquiet = true;
+    advance(s);
 }
 
-void hSleep(Machine& m, uint16_t) {
-    pcstep(m);
-    m.stoprequest = true;
-    m.stopreason = Machine::StopReason::Sleep;
+template <class S>
+void hSleep(S& s, uint16_t) {
+    advance(s);
+    s.stop(Machine::StopReason::Sleep);
 }
 
-void hWdr(Machine& m, uint16_t) {
-    pcstep(m);
-    m.watchdogcounter = 0;
+template <class S>
+void hWdr(S& s, uint16_t) {
+    advance(s);
+    s.m.watchdogcounter = 0;
 }
 
-void hSpm(Machine&, uint16_t) {}  // pc stays: the same SPM runs again on every step
+template <class S>
+void hSpm(S&, uint16_t) {}  // pc stays: the same SPM runs again on every step
 
-template <bool kSet>
-void hBranch(Machine& m, uint16_t op) {
-    pcstep(m);
-    if (((sreg(m) >> (op & 7)) & 1) == (kSet ? 1 : 0)) {
-        m.pc += static_cast<int8_t>(static_cast<uint8_t>((op >> 2) & 0xFE)) >> 1;
-        pcnormalize(m);
-        addcycles(m, 1);
+template <bool kSet, class S>
+void hBranch(S& s, uint16_t op) {
+    advance(s);
+    if (((sreg(s) >> (op & 7)) & 1) == (kSet ? 1 : 0)) {
+        s.pc += static_cast<int8_t>(static_cast<uint8_t>((op >> 2) & 0xFE)) >> 1;
+        normalize(s);
+        spend(s, 1);
     }
 }
 
 inline int relative12(uint16_t op) { return static_cast<int16_t>(static_cast<uint16_t>(op << 4)) >> 4; }
 
-void hRjmp(Machine& m, uint16_t op) {
-    const int32_t old = m.pc;
-    pcstep(m);
-    m.pc += relative12(op);
-    pcnormalize(m);
-    addcycles(m, 1);
-    checkinfiniteloop(m, old);
+template <class S>
+void hRjmp(S& s, uint16_t op) {
+    const int32_t old = s.pc;
+    advance(s);
+    s.pc += relative12(op);
+    normalize(s);
+    spend(s, 1);
+    checkinfiniteloop(s, old);
 }
 
-void hRcall(Machine& m, uint16_t op) {
-    pcstep(m);
-    pushreturnaddress(m, m.pc);
-    m.pc += relative12(op);
-    pcnormalize(m);
-    callcycles(m, 2);
+template <class S>
+void hRcall(S& s, uint16_t op) {
+    advance(s);
+    pushreturn(s, s.pc);
+    s.pc += relative12(op);
+    normalize(s);
+    callcycles(s, 2);
 }
 
-void hJmp(Machine& m, uint16_t op) {
-    const int32_t old = m.pc;
-    m.pc = absolutetarget(m, op, progword(m, m.pc + 1));
-    addcycles(m, 2);
-    checkinfiniteloop(m, old);
+template <class S>
+void hJmp(S& s, uint16_t op) {
+    const int32_t old = s.pc;
+    s.pc = absolutetarget(s, op, progword(s, s.pc + 1));
+    spend(s, 2);
+    checkinfiniteloop(s, old);
 }
 
-void hCall(Machine& m, uint16_t op) {
-    const uint16_t op2 = progword(m, m.pc + 1);
-    pcstep(m);
-    pcstep(m);
-    pushreturnaddress(m, m.pc);
-    m.pc = absolutetarget(m, op, op2);
-    callcycles(m, 3);
+template <class S>
+void hCall(S& s, uint16_t op) {
+    const uint16_t op2 = progword(s, s.pc + 1);
+    advance(s);
+    advance(s);
+    pushreturn(s, s.pc);
+    s.pc = absolutetarget(s, op, op2);
+    callcycles(s, 3);
 }
 
-void hIjmp(Machine& m, uint16_t) {  // IJMP, EIJMP: EIND is never consulted
-    const int32_t old = m.pc;
-    m.pc = zmodflash(m);
-    addcycles(m, 1);
-    checkinfiniteloop(m, old);
+template <class S>
+void hIjmp(S& s, uint16_t) {  // IJMP, EIJMP: EIND is never consulted
+    const int32_t old = s.pc;
+    s.pc = zmodflash(s);
+    spend(s, 1);
+    checkinfiniteloop(s, old);
 }
 
-void hIcall(Machine& m, uint16_t) {  // ICALL, EICALL
-    pcstep(m);
-    pushreturnaddress(m, m.pc);
-    m.pc = zmodflash(m);
-    callcycles(m, 2);
+template <class S>
+void hIcall(S& s, uint16_t) {  // ICALL, EICALL
+    advance(s);
+    pushreturn(s, s.pc);
+    s.pc = zmodflash(s);
+    callcycles(s, 2);
 }
 
-template <bool kReti>
-void hRet(Machine& m, uint16_t) {
-    m.pc = pullreturnaddress(m);
-    pcnormalize(m);
-    callcycles(m, 3);
+template <bool kReti, class S>
+void hRet(S& s, uint16_t) {
+    s.pc = pullreturn(s);
+    normalize(s);
+    callcycles(s, 3);
     if (kReti) {
-        sreg(m) |= kFlagI;
-        m.afterreti = true;
+        sreg(s) |= kFlagI;
+        s.m.afterreti = true;
     }
 }
 
-void hCpse(Machine& m, uint16_t op) {
-    pcstep(m);
-    skipif(m, m.datamem[d5of(op)] == m.datamem[r5of(op)]);
+template <class S>
+void hCpse(S& s, uint16_t op) {
+    advance(s);
+    skipif(s, s.data[d5of(op)] == s.data[r5of(op)]);
 }
 
-template <bool kSet>
-void hSkipRegisterBit(Machine& m, uint16_t op) {  // SBRC, SBRS
-    pcstep(m);
-    skipif(m, ((m.datamem[d5of(op)] >> (op & 7)) & 1) == (kSet ? 1 : 0));
+template <bool kSet, class S>
+void hSkipRegisterBit(S& s, uint16_t op) {  // SBRC, SBRS
+    advance(s);
+    skipif(s, ((s.data[d5of(op)] >> (op & 7)) & 1) == (kSet ? 1 : 0));
 }
 
-template <bool kSet>
-void hSkipIoBit(Machine& m, uint16_t op) {  // SBIC, SBIS
-    pcstep(m);
-    skipif(m, ((datamemread(m, io5of(op)) >> (op & 7)) & 1) == (kSet ? 1 : 0));
+template <bool kSet, class S>
+void hSkipIoBit(S& s, uint16_t op) {  // SBIC, SBIS
+    advance(s);
+    skipif(s, ((readdata(s, io5of(op)) >> (op & 7)) & 1) == (kSet ? 1 : 0));
 }
 
-void hPush(Machine& m, uint16_t op) {
-    pcstep(m);
-    pushbyte(m, m.datamem[d5of(op)]);
-    addcycles(m, 1);
+template <class S>
+void hPush(S& s, uint16_t op) {
+    advance(s);
+    push(s, s.data[d5of(op)]);
+    spend(s, 1);
 }
 
-void hPop(Machine& m, uint16_t op) {
-    pcstep(m);
-    const uint8_t value = popbyte(m);
-    m.datamem[d5of(op)] = value;
-    addcycles(m, 1);
+template <class S>
+void hPop(S& s, uint16_t op) {
+    advance(s);
+    const uint8_t value = pop(s);
+    s.data[d5of(op)] = value;
+    spend(s, 1);
 }
 
 enum class Mode { Plain, PostIncrement, PreDecrement };
 
-template <int kLow, Mode kMode>
-void hLoad(Machine& m, uint16_t op) {
-    pcstep(m);
-    if (kMode == Mode::PreDecrement) setpointer(m, kLow, (pointer(m, kLow) - 1) & pointerwrap(m));
-    const uint8_t value = datamemread(m, pointer(m, kLow));
-    m.datamem[d5of(op)] = value;
+template <int kLow, Mode kMode, class S>
+void hLoad(S& s, uint16_t op) {
+    advance(s);
+    if (kMode == Mode::PreDecrement) setpointer(s, kLow, (pointer(s, kLow) - 1) & pointerwrap(s));
+    const uint8_t value = readdata(s, pointer(s, kLow));
+    s.data[d5of(op)] = value;
     // The pointer is read again after the destination was written (LD R26,X+).
-    if (kMode == Mode::PostIncrement) setpointer(m, kLow, (pointer(m, kLow) + 1) & pointerwrap(m));
-    addcycles(m, 1);
+    if (kMode == Mode::PostIncrement) setpointer(s, kLow, (pointer(s, kLow) + 1) & pointerwrap(s));
+    spend(s, 1);
 }
 
-template <int kLow, Mode kMode>
-void hStore(Machine& m, uint16_t op) {
-    pcstep(m);
-    if (kMode == Mode::PreDecrement) setpointer(m, kLow, (pointer(m, kLow) - 1) & pointerwrap(m));
-    datamemwrite(m, pointer(m, kLow), m.datamem[d5of(op)], 255);
-    if (kMode == Mode::PostIncrement) setpointer(m, kLow, (pointer(m, kLow) + 1) & pointerwrap(m));
-    addcycles(m, 1);
+template <int kLow, Mode kMode, class S>
+void hStore(S& s, uint16_t op) {
+    advance(s);
+    if (kMode == Mode::PreDecrement) setpointer(s, kLow, (pointer(s, kLow) - 1) & pointerwrap(s));
+    writedata(s, pointer(s, kLow), s.data[d5of(op)], 255);
+    if (kMode == Mode::PostIncrement) setpointer(s, kLow, (pointer(s, kLow) + 1) & pointerwrap(s));
+    spend(s, 1);
 }
 
 inline int displacement(uint16_t op) { return ((op >> 8) & 0x20) | ((op >> 7) & 0x18) | (op & 7); }
 
-template <int kLow>
-void hLoadDisplaced(Machine& m, uint16_t op) {  // LDD: pointer plus q, no wrap of the sum
-    pcstep(m);
-    const uint8_t value = datamemread(m, pointer(m, kLow) + displacement(op));
-    m.datamem[d5of(op)] = value;
-    addcycles(m, 1);
+template <int kLow, class S>
+void hLoadDisplaced(S& s, uint16_t op) {  // LDD: pointer plus q, no wrap of the sum
+    advance(s);
+    const uint8_t value = readdata(s, pointer(s, kLow) + displacement(op));
+    s.data[d5of(op)] = value;
+    spend(s, 1);
 }
 
-template <int kLow>
-void hStoreDisplaced(Machine& m, uint16_t op) {
-    pcstep(m);
-    datamemwrite(m, pointer(m, kLow) + displacement(op), m.datamem[d5of(op)], 255);
-    addcycles(m, 1);
+template <int kLow, class S>
+void hStoreDisplaced(S& s, uint16_t op) {
+    advance(s);
+    writedata(s, pointer(s, kLow) + displacement(op), s.data[d5of(op)], 255);
+    spend(s, 1);
 }
 
-void hLds(Machine& m, uint16_t op) {
-    const uint16_t address = progword(m, m.pc + 1);
-    pcstep(m);
-    pcstep(m);
-    const uint8_t value = datamemread(m, address);
-    m.datamem[d5of(op)] = value;
-    addcycles(m, 1);
+template <class S>
+void hLds(S& s, uint16_t op) {
+    const uint16_t address = progword(s, s.pc + 1);
+    advance(s);
+    advance(s);
+    const uint8_t value = readdata(s, address);
+    s.data[d5of(op)] = value;
+    spend(s, 1);
 }
 
-void hSts(Machine& m, uint16_t op) {
-    const uint16_t address = progword(m, m.pc + 1);
-    pcstep(m);
-    pcstep(m);
-    datamemwrite(m, address, m.datamem[d5of(op)], 255);
-    addcycles(m, 1);
+template <class S>
+void hSts(S& s, uint16_t op) {
+    const uint16_t address = progword(s, s.pc + 1);
+    advance(s);
+    advance(s);
+    writedata(s, address, s.data[d5of(op)], 255);
+    spend(s, 1);
 }
 
 // LPM and ELPM alike: Z is a byte address; past the end the destination keeps its value.
-template <bool kDestination, bool kIncrement>
-void hLoadProgram(Machine& m, uint16_t op) {
-    pcstep(m);
+template <bool kDestination, bool kIncrement, class S>
+void hLoadProgram(S& s, uint16_t op) {
+    advance(s);
     const int dr = kDestination ? d5of(op) : 0;
-    const int z = word(m, kZL);
-    if (z <= m.flashsize - 1) m.datamem[dr] = m.progmem[z];
+    const int z = word(s, kZL);
+    if (z <= s.m.flashsize - 1) s.data[dr] = s.m.progmem[z];
     if (kIncrement) {
         const int next = (z + 1) & 0xFFFF;
-        m.datamem[kZL] = static_cast<uint8_t>(next & 0xFF);
-        m.datamem[kZH] = static_cast<uint8_t>(next >> 8);
+        s.data[kZL] = static_cast<uint8_t>(next & 0xFF);
+        s.data[kZH] = static_cast<uint8_t>(next >> 8);
     }
-    addcycles(m, 2);
+    spend(s, 2);
 }
 
-constexpr detail::Handler handlerfor(Op id) {
+template <class S>
+using HandlerOn = void (*)(S&, uint16_t);
+
+template <class S>
+constexpr HandlerOn<S> handlerfor(Op id) {
     switch (id) {
-    case Op::Unrecognized: return hUnrecognized;
-    case Op::Adc: return hAdd<true>;
-    case Op::Add: return hAdd<false>;
-    case Op::Adiw: return hWord<true>;
-    case Op::And: case Op::Tst: return hLogic<Logic::And>;
-    case Op::Andi: return hLogicImmediate<Logic::And>;
-    case Op::Asr: return hShiftRight<Shift::Asr>;
-    case Op::Bclr: return hSregBit<false>;
-    case Op::Bld: return hBld;
-    case Op::BranchClear: return hBranch<false>;
-    case Op::BranchSet: return hBranch<true>;
-    case Op::Break: return hBreak;
-    case Op::Bset: return hSregBit<true>;
-    case Op::Bst: return hBst;
-    case Op::Call: return hCall;
-    case Op::Cbi: return hIoBit<false>;
-    case Op::Clr: case Op::Eor: return hLogic<Logic::Eor>;
-    case Op::Com: return hCom;
-    case Op::Cp: return hSubtract<false, false, false>;
-    case Op::Cpc: return hSubtract<false, true, false>;
-    case Op::Cpi: return hSubtract<true, false, false>;
-    case Op::Cpse: return hCpse;
-    case Op::Dec: return hIncDec<-1>;
-    case Op::Eicall: case Op::Icall: return hIcall;
-    case Op::Eijmp: case Op::Ijmp: return hIjmp;
-    case Op::Elpm: case Op::Lpm: return hLoadProgram<false, false>;
-    case Op::ElpmZ: case Op::LpmZ: return hLoadProgram<true, false>;
-    case Op::ElpmZPlus: case Op::LpmZPlus: return hLoadProgram<true, true>;
-    case Op::Fmul: return hFmul<Sign::UU>;
-    case Op::Fmuls: return hFmul<Sign::SS>;
-    case Op::Fmulsu: return hFmul<Sign::SU>;
-    case Op::In: return hIn;
-    case Op::Inc: return hIncDec<1>;
-    case Op::Jmp: return hJmp;
-    case Op::LdX: return hLoad<kXL, Mode::Plain>;
-    case Op::LdXPlus: return hLoad<kXL, Mode::PostIncrement>;
-    case Op::LdMinusX: return hLoad<kXL, Mode::PreDecrement>;
-    case Op::LdY: return hLoad<kYL, Mode::Plain>;
-    case Op::LdYPlus: return hLoad<kYL, Mode::PostIncrement>;
-    case Op::LdMinusY: return hLoad<kYL, Mode::PreDecrement>;
-    case Op::LddY: return hLoadDisplaced<kYL>;
-    case Op::LdZ: return hLoad<kZL, Mode::Plain>;
-    case Op::LdZPlus: return hLoad<kZL, Mode::PostIncrement>;
-    case Op::LdMinusZ: return hLoad<kZL, Mode::PreDecrement>;
-    case Op::LddZ: return hLoadDisplaced<kZL>;
-    case Op::Ldi: return hLdi;
-    case Op::Lds: return hLds;
-    case Op::Lsl: return hShiftLeft<false>;
-    case Op::Lsr: return hShiftRight<Shift::Lsr>;
-    case Op::Mov: return hMov;
-    case Op::Movw: return hMovw;
-    case Op::Mul: return hMul;
-    case Op::Muls: return hMuls;
-    case Op::Mulsu: return hMulsu;
-    case Op::Neg: return hNeg;
-    case Op::Nop: return hNop;
-    case Op::Or: return hLogic<Logic::Or>;
-    case Op::Ori: return hLogicImmediate<Logic::Or>;
-    case Op::Out: return hOut;
-    case Op::Pop: return hPop;
-    case Op::Push: return hPush;
-    case Op::Rcall: return hRcall;
-    case Op::Ret: return hRet<false>;
-    case Op::Reti: return hRet<true>;
-    case Op::Rjmp: return hRjmp;
-    case Op::Rol: return hShiftLeft<true>;
-    case Op::Ror: return hShiftRight<Shift::Ror>;
-    case Op::Sbc: return hSubtract<false, true, true>;
-    case Op::Sbci: return hSubtract<true, true, true>;
-    case Op::Sbi: return hIoBit<true>;
-    case Op::Sbic: return hSkipIoBit<false>;
-    case Op::Sbis: return hSkipIoBit<true>;
-    case Op::Sbiw: return hWord<false>;
-    case Op::Sbrc: return hSkipRegisterBit<false>;
-    case Op::Sbrs: return hSkipRegisterBit<true>;
-    case Op::Sleep: return hSleep;
-    case Op::Spm: return hSpm;
-    case Op::StX: return hStore<kXL, Mode::Plain>;
-    case Op::StXPlus: return hStore<kXL, Mode::PostIncrement>;
-    case Op::StMinusX: return hStore<kXL, Mode::PreDecrement>;
-    case Op::StY: return hStore<kYL, Mode::Plain>;
-    case Op::StYPlus: return hStore<kYL, Mode::PostIncrement>;
-    case Op::StMinusY: return hStore<kYL, Mode::PreDecrement>;
-    case Op::StdY: return hStoreDisplaced<kYL>;
-    case Op::StZ: return hStore<kZL, Mode::Plain>;
-    case Op::StZPlus: return hStore<kZL, Mode::PostIncrement>;
-    case Op::StMinusZ: return hStore<kZL, Mode::PreDecrement>;
-    case Op::StdZ: return hStoreDisplaced<kZL>;
-    case Op::Sts: return hSts;
-    case Op::Sub: return hSubtract<false, false, true>;
-    case Op::Subi: return hSubtract<true, false, true>;
-    case Op::Swap: return hSwap;
-    case Op::Wdr: return hWdr;
+    case Op::Unrecognized: return hUnrecognized<S>;
+    case Op::Adc: return hAdd<true, S>;
+    case Op::Add: return hAdd<false, S>;
+    case Op::Adiw: return hWord<true, S>;
+    case Op::And: case Op::Tst: return hLogic<Logic::And, S>;
+    case Op::Andi: return hLogicImmediate<Logic::And, S>;
+    case Op::Asr: return hShiftRight<Shift::Asr, S>;
+    case Op::Bclr: return hSregBit<false, S>;
+    case Op::Bld: return hBld<S>;
+    case Op::BranchClear: return hBranch<false, S>;
+    case Op::BranchSet: return hBranch<true, S>;
+    case Op::Break: return hBreak<S>;
+    case Op::Bset: return hSregBit<true, S>;
+    case Op::Bst: return hBst<S>;
+    case Op::Call: return hCall<S>;
+    case Op::Cbi: return hIoBit<false, S>;
+    case Op::Clr: case Op::Eor: return hLogic<Logic::Eor, S>;
+    case Op::Com: return hCom<S>;
+    case Op::Cp: return hSubtract<false, false, false, S>;
+    case Op::Cpc: return hSubtract<false, true, false, S>;
+    case Op::Cpi: return hSubtract<true, false, false, S>;
+    case Op::Cpse: return hCpse<S>;
+    case Op::Dec: return hIncDec<-1, S>;
+    case Op::Eicall: case Op::Icall: return hIcall<S>;
+    case Op::Eijmp: case Op::Ijmp: return hIjmp<S>;
+    case Op::Elpm: case Op::Lpm: return hLoadProgram<false, false, S>;
+    case Op::ElpmZ: case Op::LpmZ: return hLoadProgram<true, false, S>;
+    case Op::ElpmZPlus: case Op::LpmZPlus: return hLoadProgram<true, true, S>;
+    case Op::Fmul: return hFmul<Sign::UU, S>;
+    case Op::Fmuls: return hFmul<Sign::SS, S>;
+    case Op::Fmulsu: return hFmul<Sign::SU, S>;
+    case Op::In: return hIn<S>;
+    case Op::Inc: return hIncDec<1, S>;
+    case Op::Jmp: return hJmp<S>;
+    case Op::LdX: return hLoad<kXL, Mode::Plain, S>;
+    case Op::LdXPlus: return hLoad<kXL, Mode::PostIncrement, S>;
+    case Op::LdMinusX: return hLoad<kXL, Mode::PreDecrement, S>;
+    case Op::LdY: return hLoad<kYL, Mode::Plain, S>;
+    case Op::LdYPlus: return hLoad<kYL, Mode::PostIncrement, S>;
+    case Op::LdMinusY: return hLoad<kYL, Mode::PreDecrement, S>;
+    case Op::LddY: return hLoadDisplaced<kYL, S>;
+    case Op::LdZ: return hLoad<kZL, Mode::Plain, S>;
+    case Op::LdZPlus: return hLoad<kZL, Mode::PostIncrement, S>;
+    case Op::LdMinusZ: return hLoad<kZL, Mode::PreDecrement, S>;
+    case Op::LddZ: return hLoadDisplaced<kZL, S>;
+    case Op::Ldi: return hLdi<S>;
+    case Op::Lds: return hLds<S>;
+    case Op::Lsl: return hShiftLeft<false, S>;
+    case Op::Lsr: return hShiftRight<Shift::Lsr, S>;
+    case Op::Mov: return hMov<S>;
+    case Op::Movw: return hMovw<S>;
+    case Op::Mul: return hMul<S>;
+    case Op::Muls: return hMuls<S>;
+    case Op::Mulsu: return hMulsu<S>;
+    case Op::Neg: return hNeg<S>;
+    case Op::Nop: return hNop<S>;
+    case Op::Or: return hLogic<Logic::Or, S>;
+    case Op::Ori: return hLogicImmediate<Logic::Or, S>;
+    case Op::Out: return hOut<S>;
+    case Op::Pop: return hPop<S>;
+    case Op::Push: return hPush<S>;
+    case Op::Rcall: return hRcall<S>;
+    case Op::Ret: return hRet<false, S>;
+    case Op::Reti: return hRet<true, S>;
+    case Op::Rjmp: return hRjmp<S>;
+    case Op::Rol: return hShiftLeft<true, S>;
+    case Op::Ror: return hShiftRight<Shift::Ror, S>;
+    case Op::Sbc: return hSubtract<false, true, true, S>;
+    case Op::Sbci: return hSubtract<true, true, true, S>;
+    case Op::Sbi: return hIoBit<true, S>;
+    case Op::Sbic: return hSkipIoBit<false, S>;
+    case Op::Sbis: return hSkipIoBit<true, S>;
+    case Op::Sbiw: return hWord<false, S>;
+    case Op::Sbrc: return hSkipRegisterBit<false, S>;
+    case Op::Sbrs: return hSkipRegisterBit<true, S>;
+    case Op::Sleep: return hSleep<S>;
+    case Op::Spm: return hSpm<S>;
+    case Op::StX: return hStore<kXL, Mode::Plain, S>;
+    case Op::StXPlus: return hStore<kXL, Mode::PostIncrement, S>;
+    case Op::StMinusX: return hStore<kXL, Mode::PreDecrement, S>;
+    case Op::StY: return hStore<kYL, Mode::Plain, S>;
+    case Op::StYPlus: return hStore<kYL, Mode::PostIncrement, S>;
+    case Op::StMinusY: return hStore<kYL, Mode::PreDecrement, S>;
+    case Op::StdY: return hStoreDisplaced<kYL, S>;
+    case Op::StZ: return hStore<kZL, Mode::Plain, S>;
+    case Op::StZPlus: return hStore<kZL, Mode::PostIncrement, S>;
+    case Op::StMinusZ: return hStore<kZL, Mode::PreDecrement, S>;
+    case Op::StdZ: return hStoreDisplaced<kZL, S>;
+    case Op::Sts: return hSts<S>;
+    case Op::Sub: return hSubtract<false, false, true, S>;
+    case Op::Subi: return hSubtract<true, false, true, S>;
+    case Op::Swap: return hSwap<S>;
+    case Op::Wdr: return hWdr<S>;
     case Op::Count: break;
     }
-    return hUnrecognized;
+    return hUnrecognized<S>;
 }
 
 }  // namespace
@@ -653,45 +917,62 @@ namespace {
 // nothing for them, so it is a separate instance of the loop.
 template <bool Breakpoints>
 [[gnu::flatten]] QuietRun runquietwith(Machine& m, uint32_t count) {
-    // No instruction moves the memories, so their places stay in registers. Interrupts set
-    // within the run end it; when they were already set, nothing was pending and only a write
-    // to an interrupt's register (which ends the run too) can change that. Without an interrupt
-    // table the I flag matters to nobody.
-    const uint8_t* const program = m.progmem.data();
-    const uint8_t interruptflag =
-        m.interrupttable.empty() || (m.datamem[kSregAddress] & kFlagI) ? 0 : kFlagI;
-    const uint8_t* const sreg = interruptflag ? m.datamem.data() + kSregAddress : &interruptflag;
+    // Interrupts set within the run end it; when they were already set, nothing was pending
+    // and only a write to an interrupt's register (which ends the run too) can change that.
+    // Without an interrupt table the I flag matters to nobody.
+    QuietState s(m);
+    const uint8_t interruptflag = m.interrupttable.empty() || (s.status & kFlagI) ? 0 : kFlagI;
     const Op* const decoded = decodetable().data();
     const uint8_t* const breakat = m.breakat.data();
     m.laststep = Machine::LastStep::Instruction;
     m.endquiet = false;
-    for (uint32_t i = 0; i < count; ++i) {
-        m.stepstartcycles = m.totalcycles;
-        ++m.totalinstructions;
-        addcycles(m, 1);
-        const int32_t pc = m.pc;
-        const uint16_t op = static_cast<uint16_t>(program[2 * pc] | (program[2 * pc + 1] << 8));
-        m.lastpc = pc;
+    bool ended = true;
+    for (;;) {
+        if (s.done == count) {
+            ended = false;
+            break;
+        }
+        ++s.done;
+        s.stepstart = s.cycles;
+        s.cycles += 1;
+        s.lastpc = s.pc;
+        const uint16_t op = progword(s, s.pc);
         // Every handler inlined into one switch: a jump per instruction instead of a call. RETI
         // ends the quiet, so afterreti, clear when it began, stays clear within it.
         switch (decoded[op]) {
 #define VELMORA_CASE(name, text)                                                                      \
     case Op::name: {                                                                                  \
-        constexpr detail::Handler handler = handlerfor(Op::name);                                     \
-        handler(m, op);                                                                               \
-        if (Op::name == Op::Reti || (!registersonly(Op::name) && ((*sreg & interruptflag) || m.endquiet))) \
-            return {i + 1, true};                                                                     \
+        constexpr HandlerOn<QuietState> handler = handlerfor<QuietState>(Op::name);                   \
+        handler(s, op);                                                                               \
+        if (Op::name == Op::Reti || (!registersonly(Op::name) && ((s.status & interruptflag) || m.endquiet))) \
+            goto end;                                                                                 \
         break;                                                                                        \
     }
             VELMORA_INSTRUCTIONS(VELMORA_CASE)
 #undef VELMORA_CASE
         default: __builtin_unreachable();  // the table holds only the chain's ids
         }
-        if (m.stoprequest || m.totalcycles >= m.attentioncycle) return {i + 1, true};
+        // A stop sets the limit to 0.
+        if (s.cycles >= s.limit) break;
         if constexpr (Breakpoints)
-            if (breakat[m.pc]) return {i + 1, true};
+            if (breakat[s.pc]) break;
     }
-    return {count, false};
+end:
+    s.flush();
+    return {s.done, ended};
+}
+
+// One step's instruction on the machine's own fields, for each id.
+template <size_t Id>
+void onmachine(Machine& m, uint16_t op) {
+    StepState s(m);
+    constexpr HandlerOn<StepState> handler = handlerfor<StepState>(static_cast<Op>(Id));
+    handler(s, op);
+}
+
+template <size_t... Id>
+constexpr detail::HandlerTable handlertable(std::index_sequence<Id...>) {
+    return {onmachine<Id>...};
 }
 
 }  // namespace
@@ -701,11 +982,7 @@ QuietRun runquiet(Machine& m, uint32_t count) {
 }
 
 namespace detail {
-constinit const HandlerTable g_handlers = [] {
-    HandlerTable table{};
-    for (size_t i = 0; i < table.size(); ++i) table[i] = handlerfor(static_cast<Op>(i));
-    return table;
-}();
+constinit const HandlerTable g_handlers = handlertable(std::make_index_sequence<static_cast<size_t>(Op::Count)>());
 }  // namespace detail
 
 }  // namespace velmora
