@@ -233,7 +233,6 @@ const std::array<Op, 65536>& decodetable() {
     return table;
 }
 
-// Bound during static initialisation so the per-step look-up needs no guard.
-const std::array<Op, 65536>& detail::g_decodetable = decodetable();
+const std::array<Op, 65536> detail::g_decodetable = decodetable();
 
 }  // namespace velmora

@@ -46,7 +46,9 @@ Op chainmatch(uint16_t op);
 const std::array<Op, 65536>& decodetable();
 
 namespace detail {
-extern const std::array<Op, 65536>& g_decodetable;
+// A copy of it at a fixed place, filled during static initialisation: the per-step look-up
+// then needs neither a guard nor a register for its address.
+extern const std::array<Op, 65536> g_decodetable;
 }
 
 inline Op decode(uint16_t op) { return detail::g_decodetable[op]; }

@@ -922,7 +922,6 @@ template <bool Breakpoints>
     // Without an interrupt table the I flag matters to nobody.
     QuietState s(m);
     const uint8_t interruptflag = m.interrupttable.empty() || (s.status & kFlagI) ? 0 : kFlagI;
-    const Op* const decoded = decodetable().data();
     const uint8_t* const breakat = m.breakat.data();
     m.laststep = Machine::LastStep::Instruction;
     m.endquiet = false;
@@ -939,7 +938,7 @@ template <bool Breakpoints>
         const uint16_t op = progword(s, s.pc);
         // Every handler inlined into one switch: a jump per instruction instead of a call. RETI
         // ends the quiet, so afterreti, clear when it began, stays clear within it.
-        switch (decoded[op]) {
+        switch (decode(op)) {
 #define VELMORA_CASE(name, text)                                                                      \
     case Op::name: {                                                                                  \
         constexpr HandlerOn<QuietState> handler = handlerfor<QuietState>(Op::name);                   \
