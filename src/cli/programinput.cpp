@@ -12,6 +12,7 @@
 #include "cli/session.h"
 #include "core/testmachine.h"
 #include "core/textcase.h"
+#include "image/elfload.h"
 #include "image/hexload.h"
 
 namespace velmora {
@@ -56,7 +57,7 @@ bool loadhex(Machine& m, const std::string& path, Messenger& messenger) {
     // As Load Program does: clear, load, and on failure leave memory clean.
     m.programbytes = 0;
     fillunprogrammed(m);
-    if (hexload(m, path, messenger)) return true;
+    if (programload(m, path, messenger)) return true;
     m.programbytes = 0;
     fillunprogrammed(m);
     return false;
@@ -157,6 +158,7 @@ bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, 
         companions(path);
         return loadhex(m, path, messenger);
     }
+    if (hasextension(path, ".elf")) return loadhex(m, path, messenger);
     return loadwordfile(m, path, err);
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <span>
 
+#include "image/elfload.h"
 #include "image/hexload.h"
 #include "image/hexwriter.h"
 
@@ -119,7 +120,7 @@ CommandResult ProgramCommands::loadfile(const std::string& path, bool confirm) {
     forgetprogram();
     call(host_.clearbreakpoints);
     clean(m_);
-    const bool loaded = hexload(m_, path, messenger_);
+    const bool loaded = programload(m_, path, messenger_);
     if (loaded) {
         programpath_ = path;
         call(host_.refresheditors);

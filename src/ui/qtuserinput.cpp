@@ -11,6 +11,8 @@ namespace velmora {
 
 namespace {
 const char kHexFilter[] = "Intel HEX files (*.hex);;All files (*)";
+// Load Program also reads the ELF files avr-gcc writes.
+const char kProgramFilter[] = "Programs (*.hex *.elf);;Intel HEX files (*.hex);;ELF files (*.elf);;All files (*)";
 }
 
 std::optional<std::string> QtUserInput::inputbox(const std::string& prompt, const std::string& defaultanswer) {
@@ -29,7 +31,7 @@ bool QtUserInput::askyesno(const std::string& question) {
 
 std::string QtUserInput::openfile(const std::string& folder) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), "Load Program", QString::fromStdString(folder),
-                                        kHexFilter)
+                                        kProgramFilter)
         .toStdString();
 }
 

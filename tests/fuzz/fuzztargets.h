@@ -17,6 +17,7 @@ int fuzz_model(const uint8_t* data, size_t size);
 int fuzz_settings(const uint8_t* data, size_t size);
 int fuzz_cli(const uint8_t* data, size_t size);
 int fuzz_basic(const uint8_t* data, size_t size);
+int fuzz_elf(const uint8_t* data, size_t size);
 
 struct FuzzTarget {
     const char* name;  // the folder name of its corpus and regressions

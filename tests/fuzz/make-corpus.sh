@@ -7,7 +7,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 top=$(cd "$here/../.." && pwd)
 corpus="$here/corpus"
 rm -rf "$corpus"
-mkdir -p "$corpus"/{hex,asm,disasm,model,settings,cli,basic}
+mkdir -p "$corpus"/{hex,asm,disasm,model,settings,cli,basic,elf}
 
 # HEX images: the examples, the reader's test images, and ATmega32 firmware of every kind.
 cp "$top/data/examples/hello.hex" "$top/tests/image/data/small.hex" "$top/tests/image/data/holes.hex" "$corpus/hex/"
@@ -55,5 +55,11 @@ ARGS
 
 # BASIC sources: every statement family and program of the compiler's tests.
 cp "$top"/tests/basic/data/families/*.bas "$top"/tests/basic/data/programs/*.bas "$corpus/basic/"
+
+# ELF programs: the debugging test's program whole, cut short, and stripped of its sections.
+elf="$top/tests/firmware/elf/debugged.elf"
+cp "$elf" "$corpus/elf/"
+head -c 300 "$elf" > "$corpus/elf/truncated.elf"
+{ head -c 48 "$elf"; printf '\000\000\000\000'; tail -c +53 "$elf"; } > "$corpus/elf/nosections.elf"
 
 du -sh "$corpus"

@@ -5,7 +5,7 @@
 namespace velmora::fuzz {
 
 std::span<const FuzzTarget> fuzztargets() {
-    static constexpr std::array<FuzzTarget, 7> kTargets{{
+    static constexpr std::array<FuzzTarget, 8> kTargets{{
         {"hex", fuzz_hex},
         {"asm", fuzz_asm},
         {"disasm", fuzz_disasm},
@@ -13,6 +13,7 @@ std::span<const FuzzTarget> fuzztargets() {
         {"settings", fuzz_settings},
         {"cli", fuzz_cli},
         {"basic", fuzz_basic},
+        {"elf", fuzz_elf},
     }};
     return kTargets;
 }
