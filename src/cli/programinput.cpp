@@ -53,11 +53,12 @@ std::optional<std::string> readwhole(const std::string& path) {
     return content.str();
 }
 
-bool loadhex(Machine& m, const std::string& path, Messenger& messenger) {
+// An Intel HEX or an ELF file, as Load Program reads them.
+bool loadimage(Machine& m, const std::string& path, Messenger& messenger, std::vector<ElfSymbol>* symbols = nullptr) {
     // As Load Program does: clear, load, and on failure leave memory clean.
     m.programbytes = 0;
     fillunprogrammed(m);
-    if (programload(m, path, messenger)) return true;
+    if (programload(m, path, messenger, symbols)) return true;
     m.programbytes = 0;
     fillunprogrammed(m);
     return false;
@@ -138,10 +139,11 @@ std::optional<std::filesystem::path> compiletohex(const std::string& source, con
 }
 
 bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
-                     BasicCompanions* basic) {
+                     ProgramCompanions* companions) {
+    if (companions) *companions = {};
     // Read while a translation's files are still there.
-    const auto companions = [basic](const std::string& hexpath) {
-        if (basic) *basic = {loadbasicstepbystep(hexpath), loadbasicwatch(hexpath)};
+    const auto basic = [companions](const std::string& hexpath) {
+        if (companions) *companions = {loadbasicstepbystep(hexpath), loadbasicwatch(hexpath), {}};
     };
     for (const SourceKind& kind : kSourceKinds) {
         if (!hasextension(path, kind.extension)) continue;
@@ -151,14 +153,14 @@ bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, 
             return false;
         }
         const std::optional<std::filesystem::path> hex = kind.build(path, folder.path(), m, err);
-        if (hex) companions(hex->string());
-        return hex && loadhex(m, hex->string(), messenger);
+        if (hex) basic(hex->string());
+        return hex && loadimage(m, hex->string(), messenger);
     }
     if (hasextension(path, ".hex")) {
-        companions(path);
-        return loadhex(m, path, messenger);
+        basic(path);
+        return loadimage(m, path, messenger);
     }
-    if (hasextension(path, ".elf")) return loadhex(m, path, messenger);
+    if (hasextension(path, ".elf")) return loadimage(m, path, messenger, companions ? &companions->symbols : nullptr);
     return loadwordfile(m, path, err);
 }
 

@@ -12,6 +12,7 @@
 #include "core/machine.h"
 #include "debug/sourcemap.h"
 #include "debug/watchvariables.h"
+#include "image/elfreader.h"
 
 namespace velmora {
 
@@ -42,19 +43,21 @@ inline constexpr SourceKind kSourceKinds[] = {
     {".bas", compiletohex},
 };
 
-// What a program compiled from BASIC (a .bas, or a .hex with its BASIC source, code and
-// listing beside it) brings beside its code; both stay empty for other programs.
-struct BasicCompanions {
+// What a program brings beside its code: a program compiled from BASIC (a .bas, or a .hex
+// with its BASIC source, code and listing beside it) its lines and variables, an ELF file the
+// names of its functions and objects. Each stays empty for other programs.
+struct ProgramCompanions {
     SourceMap lines;                   // address -> BASIC line
     std::vector<WatchEntry> variables; // the declared variables
+    std::vector<ElfSymbol> symbols;
 };
 
 // Loads `path` into the machine's program memory by its kind: ".hex" as Load Program does
 // (messages through `messenger`), a source kind through its builder and a temporary folder,
 // anything else as a word file. False after saying why; memory is left clean then. With
-// `basic`, what a compiled BASIC program brings goes there.
+// `companions`, what the program brings goes there.
 bool loadprogramfile(Machine& m, const std::string& path, Messenger& messenger, std::ostream& err,
-                     BasicCompanions* basic = nullptr);
+                     ProgramCompanions* companions = nullptr);
 
 // Reads whitespace-separated hexadecimal words; ';' starts a comment. Nothing on error.
 std::optional<std::vector<uint16_t>> parsewordfile(const std::string& text, std::string& error);

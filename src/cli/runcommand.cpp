@@ -52,6 +52,26 @@ bool uartinputbytes(const std::vector<UartSource>& sources, std::string& bytes, 
     return true;
 }
 
+// Word addresses of the --break values: a function of the program by its name first.
+std::optional<std::vector<int32_t>> resolvebreakpoints(const std::vector<BreakTarget>& targets,
+                                                       const std::vector<ElfSymbol>& symbols, std::string& error) {
+    std::vector<int32_t> words;
+    for (const BreakTarget& target : targets) {
+        const auto named = std::find_if(symbols.begin(), symbols.end(), [&](const ElfSymbol& s) {
+            return s.kind == ElfSymbol::Kind::Function && s.name == target.text;
+        });
+        if (named != symbols.end()) {
+            words.push_back(static_cast<int32_t>(named->address / 2));
+        } else if (target.address) {
+            words.push_back(*target.address);
+        } else {
+            error = "--break '" + target.text + "': the program has no function of that name";
+            return std::nullopt;
+        }
+    }
+    return words;
+}
+
 }  // namespace
 
 int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -71,6 +91,11 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     if (options->uarttime) m.uarttime = *options->uarttime;
     const std::string mismatch = checkinputs(m, *options);
     if (!mismatch.empty()) return usageerror(runtext(), mismatch, err);
+    const auto breakwords = resolvebreakpoints(options->breakpoints, session.symbols(), error);
+    if (!breakwords) {
+        err << "velmora-cli run: " << error << "\n";
+        return kExitInputError;
+    }
     const auto watches = resolvewatches(m, session.basicvariables(), options->watches, error);
     if (!watches) {
         err << "velmora-cli run: " << error << "\n";
@@ -120,7 +145,7 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
     bool limitreached = false, breakpointhit = false;
     const uint64_t maxcycles = options->maxcycles, maxinstructions = options->maxinstructions;
     // Breakpoint words keep quiet stretches fast: the machine tests them itself.
-    setbreakpoints(m, options->breakpoints);
+    setbreakpoints(m, *breakwords);
     if (maxcycles && !maxinstructions) {
         // A cycle limit alone is a cycle the machine calls attention at, which keeps quiet
         // stretches fast; it is checked right after the outside world's own turn.

@@ -32,6 +32,15 @@ bool splitcycle(const std::string& text, std::string& body, uint64_t& cycle) {
 }
 
 // Word addresses as the listings show them: hexadecimal, with or without "$" or "0x".
+// A name as C and the assembler spell them: a letter, '_' or '.', then letters, digits, '_', '.' or '$'.
+bool issymbolname(const std::string& text) {
+    if (text.empty() || !(std::isalpha(static_cast<unsigned char>(text[0])) || text[0] == '_' || text[0] == '.'))
+        return false;
+    for (const char c : text)
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_' && c != '.' && c != '$') return false;
+    return true;
+}
+
 std::optional<int32_t> parsewordaddress(std::string text) {
     if (!text.empty() && text[0] == '$') text.erase(0, 1);
     else if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.erase(0, 2);
@@ -159,7 +168,8 @@ const CommandText& runtext() {
         "  --clock MHZ             clock frequency in MHz (default 4)\n"
         "  --max-cycles N          stop once N clock cycles have passed\n"
         "  --max-instructions N    stop once N instructions have run\n"
-        "  --break ADDRESS         stop when PC reaches this hexadecimal word address (repeatable)\n"
+        "  --break ADDRESS|NAME    stop when PC reaches this hexadecimal word address, or the\n"
+        "                          function of that name in an ELF program (repeatable)\n"
         "  --infinite-loop-stop    stop at a jump to itself\n"
         "  --uart-in TEXT          bytes for the USART receiver; escapes \\n \\r \\t \\0 \\\\ \\xHH\n"
         "  --uart-in-file PATH     the bytes of a file for the USART receiver\n"
@@ -248,11 +258,11 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
             (name == "--max-cycles" ? o.maxcycles : o.maxinstructions) = *count;
         } else if (name == "--break") {
             const auto address = parsewordaddress(value);
-            if (!address) {
-                error = "--break '" + value + "' is not a hexadecimal word address";
+            if (!address && !issymbolname(value)) {
+                error = "--break '" + value + "' is neither a hexadecimal word address nor a function's name";
                 return std::nullopt;
             }
-            o.breakpoints.push_back(*address);
+            o.breakpoints.push_back({value, address});
         } else if (name == "--uart-in") {
             std::string why;
             const auto bytes = unescape(value, why);

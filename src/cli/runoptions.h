@@ -30,12 +30,20 @@ struct UartSource {
     std::string text;  // the bytes themselves, or the file's path
 };
 
+// A --break value: a hexadecimal word address, or the name of a function of an ELF program
+// (which wins when the text is both), resolved once the program is loaded.
+struct BreakTarget {
+    std::string text;
+    std::optional<int32_t> address;  // when the text reads as an address
+    bool operator==(const BreakTarget&) const = default;
+};
+
 struct RunOptions {
     std::string file;
     std::optional<std::string> model;
     std::optional<std::string> clock;
     uint64_t maxcycles = 0, maxinstructions = 0;  // 0: no limit
-    std::vector<int32_t> breakpoints;              // word addresses
+    std::vector<BreakTarget> breakpoints;          // command-line order
     bool infiniteloopstop = false;
     bool dump = false;
     bool dumpjson = false;

@@ -75,7 +75,7 @@ bool CliSession::setclock(const std::string& text) {
 
 bool CliSession::loadprogram(const std::string& path) {
     messenger_.prefix = path + ": ";
-    const bool loaded = loadprogramfile(machine_, path, messenger_, err_, &basic_);
+    const bool loaded = loadprogramfile(machine_, path, messenger_, err_, &companions_);
     messenger_.prefix.clear();
     return loaded;
 }

@@ -54,8 +54,10 @@ public:
     // printing why not, naming the file.
     bool loadprogram(const std::string& path);
     // The BASIC line map of the loaded program; empty unless it was compiled from BASIC.
-    const SourceMap& sourcelines() const { return basic_.lines; }
-    const std::vector<WatchEntry>& basicvariables() const { return basic_.variables; }
+    const SourceMap& sourcelines() const { return companions_.lines; }
+    const std::vector<WatchEntry>& basicvariables() const { return companions_.variables; }
+    // The functions and objects of a program loaded from an ELF file.
+    const std::vector<ElfSymbol>& symbols() const { return companions_.symbols; }
 
 private:
     std::ostream& err_;
@@ -65,7 +67,7 @@ private:
     MemorySettings settings_;
     ModelDefinitions definitions_;
     std::unique_ptr<RunControl> run_;
-    BasicCompanions basic_;
+    ProgramCompanions companions_;
 };
 
 // Folder of the at*.cfg model files.

@@ -98,12 +98,13 @@ TEST(RunOptions, CountsAndAddresses) {
     std::string error;
     const auto options = parserunoptions(
         {"--max-cycles", "12345", "--max-instructions", "7", "--break", "$1F", "--break", "0x20", "--break", "21",
-         "--uart-time", "50", "x.words"},
+         "--break", "main", "--uart-time", "50", "x.words"},
         error);
     ASSERT_TRUE(options) << error;
     EXPECT_EQ(options->maxcycles, 12345u);
     EXPECT_EQ(options->maxinstructions, 7u);
-    EXPECT_EQ(options->breakpoints, (std::vector<int32_t>{0x1F, 0x20, 0x21}));
+    EXPECT_EQ(options->breakpoints,
+              (std::vector<BreakTarget>{{"$1F", 0x1F}, {"0x20", 0x20}, {"21", 0x21}, {"main", std::nullopt}}));
     ASSERT_TRUE(options->uarttime);
     EXPECT_EQ(*options->uarttime, 50.0f);
     for (std::vector<std::string> bad : std::vector<std::vector<std::string>>{
