@@ -11,10 +11,11 @@ namespace velmora {
 namespace {
 
 constexpr CommandText kDisasm = {
-    "disasm", "[--model NAME] [--layout normal|noopcodes|plain] FILE.hex",
-    "Loads a HEX file as Load Program does and prints the listing the Disassembler window\n"
-    "shows: with opcodes and invented labels (normal), without opcodes, so that it assembles\n"
-    "again (noopcodes), or one row per word without labels (plain).\n"
+    "disasm", "[--model NAME] [--layout normal|noopcodes|plain] FILE.hex|FILE.elf",
+    "Loads a HEX or ELF file as Load Program does and prints the listing the Disassembler\n"
+    "window shows: with opcodes and invented labels (normal), without opcodes, so that it\n"
+    "assembles again (noopcodes), or one row per word without labels (plain). The functions\n"
+    "of an ELF file label their words by their names.\n"
     "options:\n"
     "  --model NAME    microcontroller model ('velmora-cli models' lists them)\n"
     "  --layout NAME   normal (default), noopcodes or plain\n"
@@ -43,7 +44,10 @@ int disasmcommand(const std::vector<std::string>& args, std::ostream& out, std::
     CliSession session(err);
     if (!session.selectmodel(parsed.value("--model"))) return kExitInputError;
     if (!session.loadprogram(parsed.positional[0])) return kExitInputError;
-    out << disasmfile(session.machine(), *layout);
+    ProgramNames names;
+    for (const ElfSymbol& symbol : session.symbols())
+        if (symbol.kind == ElfSymbol::Kind::Function) names.emplace_back(symbol.address / 2, symbol.name);
+    out << disasmfile(session.machine(), *layout, names);
     return 0;
 }
 

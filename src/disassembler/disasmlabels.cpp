@@ -30,6 +30,12 @@ const std::string& DisasmLabels::at(int wordaddress) const {
     return disasmlabels[wordaddress];
 }
 
+void disasmnamewords(DisasmLabels& labels, const ProgramNames& names) {
+    for (const auto& [word, name] : names)
+        if (word >= 0 && word < static_cast<int32_t>(labels.disasmlabels.size()) && labels.disasmlabels[word].empty())
+            labels.disasmlabels[word] = name;
+}
+
 void disasmlabelscan(DisasmLabels& labels, int disasmindex, uint16_t word, uint16_t nextword,
                      std::string& disasmtext) {
     const Op id = decode(word);

@@ -1,9 +1,11 @@
 #pragma once
 // Label invention for the listing: branch, jump and call targets inside the program
-// get names "L1", "L2", ... in the order in which the scan first meets them.
+// get names "L1", "L2", ... in the order in which the scan first meets them, unless the
+// program named them itself.
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -19,6 +21,13 @@ struct DisasmLabels {
     // The label at a word address; empty outside the program.
     const std::string& at(int wordaddress) const;
 };
+
+// Names a program brings (an ELF file's functions): word address and name.
+using ProgramNames = std::vector<std::pair<int32_t, std::string>>;
+
+// Gives the words of `names` that lie inside the program their names, before any scan
+// invents one; the scan then uses them for the branches that reach those words.
+void disasmnamewords(DisasmLabels& labels, const ProgramNames& names);
 
 // For a conditional branch, RJMP, RCALL, JMP or CALL at `disasmindex` whose target lies
 // inside the program: names the target (a new label when it has none yet) and replaces

@@ -41,9 +41,12 @@ std::string addressandword(int wordaddress, uint16_t word) { return hex6(wordadd
 
 class ListingRun {
 public:
-    ListingRun(const Machine& m, ListingLayout layout, bool withoutopcodes, const ListingProgress& progress)
+    ListingRun(const Machine& m, ListingLayout layout, bool withoutopcodes, const ListingProgress& progress,
+               const ProgramNames& names = {})
         : m_(m), layout_(layout), withoutopcodes_(withoutopcodes), progress_(progress),
-          words_(programwords(m)), disassembler_(m.bitnames), labels_(words_) {}
+          words_(programwords(m)), disassembler_(m.bitnames), labels_(words_) {
+        disasmnamewords(labels_, names);
+    }
 
     std::string run() {
         std::string text = header(layout_);
@@ -113,8 +116,8 @@ std::string disasmlisting(const Machine& m, bool plain, bool withoutopcodes, con
     return ListingRun(m, layout, withoutopcodes, progress).run();
 }
 
-std::string disasmfile(const Machine& m, ListingLayout layout) {
-    return disasmlisting(m, layout == ListingLayout::Plain, layout == ListingLayout::WithoutOpcodes);
+std::string disasmfile(const Machine& m, ListingLayout layout, const ProgramNames& names) {
+    return ListingRun(m, layout, layout == ListingLayout::WithoutOpcodes, {}, names).run();
 }
 
 std::string progresspasstext(int pass) { return "Performing pass " + std::to_string(pass) + "."; }

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "disassembler/disasminstruction.h"
+#include "disassembler/disasmlabels.h"
 
 namespace velmora {
 
@@ -30,8 +31,9 @@ std::string disasmword(Disassembler& disassembler, uint16_t word, uint16_t nextw
 // selects; the setting also decides how unknown words read in every layout.
 std::string disasmlisting(const Machine& m, bool plain, bool withoutopcodes, const ListingProgress& progress = {});
 
-// The listing in the given layout, for front ends that name the layout directly.
-std::string disasmfile(const Machine& m, ListingLayout layout);
+// The listing in the given layout, for front ends that name the layout directly; `names`
+// label the words the program named.
+std::string disasmfile(const Machine& m, ListingLayout layout, const ProgramNames& names = {});
 
 // Progress texts of a listing run.
 std::string progresspasstext(int pass);       // "Performing pass 1."

@@ -17,6 +17,7 @@ Result run(const std::vector<std::string>& args) { return test::runinprocess(arg
 
 // The example, an avr-gcc image at a cycle limit, BASIC programs: rows of data/runs.txt.
 TEST(CliRun, EveryRowOfTheTable) { test::runcommandrows("runs.txt"); }
+TEST(CliRun, ElfPrograms) { test::runcommandrows("elf.txt"); }
 
 TEST(CliRun, JsonDumpIsOneLineWithTheSameValues) {
     const Result r = run({"run", "--dump-format", "json", std::string(VELMORA_SOURCE_DATA_DIR) + "/examples/countdown.words"});
