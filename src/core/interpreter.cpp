@@ -153,7 +153,7 @@ inline uint16_t progword(const S& s, int wordaddress) {
 template <class S>
 inline uint8_t readdata(S& s, int address) {
     if (static_cast<unsigned>(address) < static_cast<unsigned>(s.dataspacesize) &&
-        !(s.sideeffects[address] & kEffectRead)) {
+        !(s.sideeffects[address] & kEffectReadPath)) {
         if constexpr (S::kStatusApart)
             if (address == kSregAddress) return s.status;
         return s.data[address];
@@ -164,7 +164,7 @@ inline uint8_t readdata(S& s, int address) {
 template <class S>
 inline void writedata(S& s, int address, uint8_t value, uint8_t bits) {
     if (static_cast<unsigned>(address) < static_cast<unsigned>(s.dataspacesize) &&
-        !(s.sideeffects[address] & kEffectWrite)) {
+        !(s.sideeffects[address] & kEffectWritePath)) {
         if constexpr (S::kStatusApart)
             if (address == kSregAddress) {
                 s.status = s.datamask[address] & value;

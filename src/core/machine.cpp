@@ -54,6 +54,7 @@ void clean(Machine& m) {
     m.pc = 0;
     m.hwstackdepth = 0;
     m.afterreti = false;
+    m.watchhit = -1;
     std::fill(m.datamem.begin(), m.datamem.end(), 0);
     for (const NamedRegister& r : m.namedregisters)
         if (r.address < kHwStackPseudoAddress && r.address >= 0 && r.address < m.dataspacesize)

@@ -105,7 +105,12 @@ enum SideEffect : uint8_t {
     kEffectWake = 4,       // a peripheral phase reads it: a write wakes the phases
     kEffectClearFlag = 8,  // an interrupt flag that a written 1 clears
     kEffectInterrupt = 16, // an interrupt's enable or flag register: a write may make one pending
+    kEffectWatchRead = 32,  // a debugger watches reads of it
+    kEffectWatchWrite = 64, // a debugger watches writes to it
 };
+// What sends a read or a write down the slow path.
+inline constexpr uint8_t kEffectReadPath = kEffectRead | kEffectWatchRead;
+inline constexpr uint8_t kEffectWritePath = kEffectWrite | kEffectWatchWrite;
 
 // Bytes sent by the USART that no front end has taken yet; when full, the oldest give way.
 inline constexpr int kUsartOutputCapacity = 256;
@@ -184,7 +189,10 @@ struct Machine {
     StopReason stopreason = StopReason::None;
 
     bool afterreti = false;
-    bool breakexecuted = false;  // BREAK ran in this step
+    bool breakexecuted = false;  // BREAK ran in this step, or a watched address was reached
+    // The watched address the last step read or wrote, -1 for none; a debugger clears it.
+    int watchhit = -1;
+    bool watchhitwrite = false;
     // Something beyond the instruction's own registers happened (a peripheral woke, BREAK, a
     // fault): a run of quiet steps ends after this one.
     bool endquiet = false;

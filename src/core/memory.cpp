@@ -32,7 +32,21 @@ void markwake(Machine& m) {
         mark(m, address, kEffectWrite | kEffectWake);
     }
 }
+void watchreached(Machine& m, int address, bool write) {
+    m.watchhit = address;
+    m.watchhitwrite = write;
+    m.breakexecuted = true;
+    m.endquiet = true;
+}
 }  // namespace
+
+bool setdatawatch(Machine& m, int address, bool reads, bool writes) {
+    if (address < kRegisterFileSize || address >= m.dataspacesize) return false;
+    uint8_t& effects = m.sideeffects[static_cast<size_t>(address)];
+    effects = static_cast<uint8_t>((effects & ~(kEffectWatchRead | kEffectWatchWrite)) | (reads ? kEffectWatchRead : 0) |
+                                   (writes ? kEffectWatchWrite : 0));
+    return true;
+}
 
 void marksideeffects(Machine& m) {
     m.sideeffects.assign(m.dataspacesize, kEffectNone);
@@ -62,6 +76,7 @@ void marksideeffects(Machine& m) {
 
 uint8_t datamemreadslow(Machine& m, int address) {
     if (address < 0 || address > m.dataspacesize - 1) return 0;
+    if (m.sideeffects[address] & kEffectWatchRead) watchreached(m, address, false);
     uint8_t value = m.datamem[address];
     const int port = portindexofpin(m, address);
     if (port >= 0) {
@@ -92,6 +107,7 @@ uint8_t datamemreadslow(Machine& m, int address) {
 
 void datamemwriteslow(Machine& m, int address, uint8_t value, uint8_t bits) {
     if (address < 0 || address > m.dataspacesize - 1) return;
+    if (m.sideeffects[address] & kEffectWatchWrite) watchreached(m, address, true);
     const uint8_t old = m.datamem[address];
     m.datamem[address] = m.datamask[address] & value;
     const int port = portindexofpin(m, address);

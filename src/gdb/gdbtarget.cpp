@@ -1,8 +1,10 @@
 #include "gdb/gdbtarget.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <vector>
 
+#include "core/memory.h"
 #include "gdb/rsp.h"
 
 namespace velmora {
@@ -153,6 +155,8 @@ std::string GdbTarget::writememory(const std::string& request, bool binary) {
 
 std::string GdbTarget::breakpoint(const std::string& request, bool set) {
     // "TYPE,ADDR,KIND": software (0) and hardware (1) breakpoints are the same here.
+    if (request.size() >= 2 && request[0] >= '2' && request[0] <= '4' && request[1] == ',')
+        return watchpoint(request[0], request.substr(2), set);
     if (request.size() < 2 || (request[0] != '0' && request[0] != '1') || request[1] != ',') return "";
     const std::string rest = request.substr(2);
     const auto address = hexnumber(rest.substr(0, rest.find(',')));
@@ -165,6 +169,41 @@ std::string GdbTarget::breakpoint(const std::string& request, bool set) {
     for (const uint32_t byte : breakpoints_) words.push_back(static_cast<int32_t>(byte / 2));
     setbreakpoints(m_, words);
     return "OK";
+}
+
+// "ADDR,LENGTH" in the data space: every byte of the object is watched.
+std::string GdbTarget::watchpoint(char type, const std::string& request, bool set) {
+    uint32_t address = 0, length = 0;
+    if (!addressandlength(request, address, length) || address < kGdbDataSpace || address >= kGdbEeprom ||
+        length == 0)
+        return kError;
+    const int first = static_cast<int>(address - kGdbDataSpace);
+    if (first < kRegisterFileSize || first + static_cast<int>(length) > m_.dataspacesize) return kError;
+    for (int a = first; a < first + static_cast<int>(length); ++a) {
+        std::set<char>& kinds = watches_[a];
+        if (set)
+            kinds.insert(type);
+        else
+            kinds.erase(type);
+        const bool reads = kinds.count('3') || kinds.count('4'), writes = kinds.count('2') || kinds.count('4');
+        setdatawatch(m_, a, reads, writes);
+        if (kinds.empty()) watches_.erase(a);
+    }
+    return "OK";
+}
+
+std::optional<std::string> GdbTarget::watchstop() {
+    if (m_.watchhit < 0) return std::nullopt;
+    const int address = m_.watchhit;
+    m_.watchhit = -1;
+    const auto found = watches_.find(address);
+    const std::set<char> kinds = found == watches_.end() ? std::set<char>{} : found->second;
+    // The kind gdb set that this access answers: a write watch for a write, else read or access.
+    const char* name = m_.watchhitwrite && kinds.count('2') ? "watch" : kinds.count('3') && !m_.watchhitwrite ? "rwatch"
+                                                                                                            : "awatch";
+    char text[48];
+    std::snprintf(text, sizeof text, "T05%s:%x;", name, static_cast<unsigned>(address) + kGdbDataSpace);
+    return std::string(text);
 }
 
 }  // namespace velmora

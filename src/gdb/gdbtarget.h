@@ -5,6 +5,7 @@
 // the breakpoint addresses it sets. Packets that run the program are the server's.
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -29,6 +30,10 @@ public:
     // The software and hardware breakpoints avr-gdb set, as byte addresses in program memory.
     const std::set<uint32_t>& breakpoints() const { return breakpoints_; }
 
+    // The stop reply for a step or run that ended at a watched address ("T05watch:800100;"),
+    // or nothing when none was reached; forgets the hit.
+    std::optional<std::string> watchstop();
+
 private:
     std::string registers() const;
     std::string setregisters(const std::string& hex);
@@ -37,11 +42,14 @@ private:
     std::string readmemory(const std::string& request) const;
     std::string writememory(const std::string& request, bool binary);
     std::string breakpoint(const std::string& request, bool set);
+    std::string watchpoint(char type, const std::string& request, bool set);
     // The byte at a gdb address, or nothing outside every memory.
     uint8_t* place(uint32_t address) const;
 
     Machine& m_;
     std::set<uint32_t> breakpoints_;
+    // Data addresses watched, with the kinds set on each (2 write, 3 read, 4 access).
+    std::map<int, std::set<char>> watches_;
 };
 
 }  // namespace velmora

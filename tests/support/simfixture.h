@@ -22,9 +22,10 @@ struct RecordingMessenger : Messenger {
 // Time moves only when the test says so; naps and yields are counted.
 struct ScriptedClock : Clock {
     double time = 1000.0;
+    double tick = 0;  // added at every reading, for runs that must yield now and then
     int naps = 0, yields = 0;
     std::function<void()> onyield;
-    double now() override { return time; }
+    double now() override { return time += tick; }
     void nap() override {
         ++naps;
         time += 0.005;
