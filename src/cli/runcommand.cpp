@@ -7,6 +7,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/rundevices.h"
+#include "cli/rungdb.h"
 #include "cli/runio.h"
 #include "cli/runoptions.h"
 #include "cli/runwatch.h"
@@ -167,8 +168,12 @@ int runcommand(const std::vector<std::string>& args, std::ostream& out, std::ost
             }
         });
     }
-    run.menuspeed(kRateUltimate);
-    run.menustart();
+    if (options->gdbport) {
+        if (rungdb(session, *options->gdbport, err) == GdbOutcome::NoServer) return kExitInputError;
+    } else {
+        run.menuspeed(kRateUltimate);
+        run.menustart();
+    }
     if (m.simulationrunning) {
         // Ended by a limit, a breakpoint, BREAK or a fault: stop as the Stop command does.
         breakpointhit = !limitreached && atbreakpoint(m);

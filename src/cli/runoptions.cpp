@@ -204,6 +204,10 @@ const CommandText& runtext() {
         "                          program compiled from BASIC (Bit, Byte, Word, Long, array\n"
         "                          elements as a(0), a(1), ...), a named register of the model or\n"
         "                          R0-R31; repeatable; in the JSON dump as \"watch\":{NAME:VALUE}\n"
+        "  --gdb PORT              start the program stopped and serve avr-gdb on 127.0.0.1:PORT\n"
+        "                          (target remote :PORT; 0 takes a free port, named on stderr)\n"
+        "                          until it detaches (the program then runs on to its end) or\n"
+        "                          kills it; gdb sets the breakpoints then, --break has none\n"
         "  --dump                  at the end print R0-R31, SREG, SP, PC, every named I/O register\n"
         "                          and the EEPROM rows that are not erased\n"
         "  --dump-format text|json the dump as text (default) or as one line of JSON after the\n"
@@ -220,7 +224,7 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
     std::vector<std::string> valued = {"--model", "--clock", "--max-cycles", "--max-instructions", "--break",
                                        "--uart-in", "--uart-in-file", "--uart-time", "--pin", "--analog", "--vcd",
                                        "--vcd-pins", "--dump-format", "--device-log", "--trace-basic",
-                                       "--watch"};
+                                       "--watch", "--gdb"};
     for (const DeviceKind& kind : devicekinds()) valued.push_back(kind.option);
     const ParsedArgs parsed = parseargs(args, valued, {"--dump", "--infinite-loop-stop"});
     RunOptions o;
@@ -277,6 +281,13 @@ std::optional<RunOptions> parserunoptions(const std::vector<std::string>& args, 
                 return std::nullopt;
             }
             o.watches.push_back(value);
+        } else if (name == "--gdb") {
+            const auto port = parsedecimal(value);
+            if (!port || *port > 65535) {
+                error = "--gdb '" + value + "' is not a TCP port (0-65535)";
+                return std::nullopt;
+            }
+            o.gdbport = static_cast<int>(*port);
         } else if (name == "--uart-in-file") {
             o.uartin.push_back({true, value});
         } else if (name == "--uart-time") {

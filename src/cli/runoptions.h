@@ -56,6 +56,7 @@ struct RunOptions {
     std::vector<DeviceRequest> devices;  // command-line order, at most one of each kind
     std::string devicelog;               // empty: no change log
     std::string tracebasic;              // empty: no BASIC line trace
+    std::optional<int> gdbport;          // serve avr-gdb on this port
     std::vector<std::string> watches;    // BASIC variables or model registers to print at the end
 };
 

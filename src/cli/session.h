@@ -34,7 +34,11 @@ class SteadyClock : public Clock {
 public:
     double now() override;
     void nap() override {}
-    void yield() override {}
+    void yield() override {
+        if (onyield) onyield();
+    }
+    // Between stretches of a fast run: a debugger client's turn.
+    std::function<void()> onyield;
 };
 
 class CliSession {
@@ -43,6 +47,7 @@ public:
     Machine& machine() { return machine_; }
     RunControl& runcontrol() { return *run_; }
     SettingsAccess& settings() { return settings_; }
+    SteadyClock& clock() { return clock_; }
     StreamMessenger& messenger() { return messenger_; }
 
     // Loads the named model (case-insensitive display name, or the default one) and sets up

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Runs avr-gdb's commands of gdbsession.gdb against velmora-cli run --gdb on an ELF program;
+# gdb's output on stdout, velmora-cli's stdout and stderr in FOLDER/velmora.out and .err.
+# Usage: gdbsession.sh VELMORA-CLI PROGRAM.elf FOLDER
+set -uo pipefail
+cli=$1 elf=$2 folder=$3
+here=$(cd "$(dirname "$0")" && pwd)
+"$cli" run --model ATmega328P --clock 16 --gdb 0 "$elf" > "$folder/velmora.out" 2> "$folder/velmora.err" &
+server=$!
+port=
+for _ in $(seq 200); do
+  port=$(grep -o '127\.0\.0\.1:[0-9]*' "$folder/velmora.err" | cut -d: -f2)
+  [ -n "$port" ] && break
+  sleep 0.05
+done
+[ -n "$port" ] || { echo "velmora-cli did not listen" >&2; kill "$server"; exit 1; }
+sed "s/PORT/$port/" "$here/gdbsession.gdb" > "$folder/commands.gdb"
+avr-gdb -batch -nx -x "$folder/commands.gdb" "$elf" 2>&1
+wait "$server"
