@@ -51,5 +51,24 @@ TEST(GdbRun, AvrGdbDebugsTheProgramThroughTheStub) {
     EXPECT_EQ(printed.str().substr(0, 18), "sum 0204 count 0A\n") << "the program's own output, as without gdb";
 }
 
+// A client that sends noise, a damaged packet and good ones, and goes away while the program
+// stands at its breakpoint: each reply as the protocol wants it, and then the program runs
+// on to its own end without the breakpoint, printing what it prints without a client.
+TEST(GdbRun, AClientThatGoesAwayLeavesTheProgramRunningToItsEnd) {
+    TempFolder folder;
+    const std::string data = VELMORA_TEST_DATA_DIR;
+    const ChildRun run = runchild("/bin/bash",
+                                  {data + "/gdbsession.sh", VELMORA_CLI_PATH, data + "/../../firmware/elf/debugged.elf",
+                                   folder.path().string(), "noise$g#00$m0,2#fb$Z0,bc,2#d9$c#63"},
+                                  60);
+    EXPECT_EQ(run.code, 0) << run.err;
+    // A nak for the bad checksum; then acks, the first program bytes (JMP), OK, and SIGTRAP.
+    EXPECT_EQ(run.out, "-+$0c94#00+$OK#9a+$S05#b8");
+    std::ifstream out(folder / "velmora.out");
+    std::stringstream printed;
+    printed << out.rdbuf();
+    EXPECT_EQ(printed.str(), "sum 0204 count 0A\n");
+}
+
 }  // namespace
 }  // namespace velmora::test
