@@ -48,27 +48,7 @@ TEST(AsmCrossCheck, EveryMnemonicGivesTheWordsAvraGives) {
 
 TEST(AsmCrossCheck, AnAssembledProgramRunsToTheExpectedRegisters) {
     const AsmContext assembled = [] {
-        AsmContext ctx = assemble(
-            "        .EQU COUNT = 10\n"
-            "        .DEF acc = R17\n"
-            "        LDI R16,COUNT\n"
-            "        CLR acc\n"
-            "LOOP:   ADD acc,R16        ; 10 + 9 + ... + 1 = 55\n"
-            "        DEC R16\n"
-            "        BRNE LOOP\n"
-            "        RCALL DOUBLE       ; 110\n"
-            "        LDI ZL,low(TABLE*2)\n"
-            "        LDI ZH,high(TABLE*2)\n"
-            "        LPM R18,Z+\n"
-            "        LPM R19,Z\n"
-            "        LDI XL,low($0100)\n"
-            "        LDI XH,high($0100)\n"
-            "        ST X+,R18\n"
-            "        LDS R20,$0100\n"
-            "        SLEEP\n"
-            "DOUBLE: LSL acc\n"
-            "        RET\n"
-            "TABLE:  .DB $AB,\"z\"\n");
+        AsmContext ctx = assemble(readfile(kData / "sumloop.asm"));
         asmbuildimage(ctx);
         return ctx;
     }();

@@ -12,6 +12,7 @@
 #include "assembler/asmassemble.h"
 #include "assembler/asmcontext.h"
 #include "core/numbers.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 
@@ -83,6 +84,86 @@ inline int dwvalue(const std::string& operand) {
     const OneLine one = assembleline(".DW " + operand);
     if (one.line().errorflag) return -1;
     return one.words().at(0);
+}
+
+// The value of a symbol, -12345 when it is not defined.
+inline int32_t symbol(const AsmContext& ctx, const std::string& name) {
+    const int index = asmlookup(ctx, name);
+    return index == 0 ? -12345 : asmsymbolvalue(ctx, index);
+}
+
+// Assembles every section of a data file of sources and checks what each line gives; the
+// file's head tells the notation (data/sources.txt).
+inline void checksources(const std::string& file) {
+    for (const auto& [name, lines] : tablesections(file)) {
+        SCOPED_TRACE(file + " [" + name + "]");
+        AsmModel model = smallmodel();
+        std::vector<std::string> source;
+        std::vector<TableLine> expected;  // one a source line
+        std::vector<TableLine> symbols;
+        int errors = -1;
+        for (const TableLine& l : lines) {
+            std::istringstream words(l.text.substr(std::min<size_t>(2, l.text.size())));
+            std::string key;
+            int value = 0;
+            if (l.text.starts_with("#")) continue;
+            if (l.text.starts_with("$ ")) {
+                symbols.push_back(l);
+            } else if (l.text.starts_with("% ") && words >> key >> value) {
+                if (key == "errors") errors = value;
+                if (key == "flash") model.flashsize = value;
+                for (int i = 0; key == "nops" && i < value; ++i) {
+                    source.push_back(" NOP");
+                    expected.push_back({l.line, ""});
+                }
+            } else {
+                const size_t bar = l.text.rfind(" |");
+                const std::string text = l.text.substr(0, bar);
+                source.push_back(tableunescape(text.substr(0, text.find_last_not_of(" \t") + 1)));
+                expected.push_back({l.line, bar == std::string::npos ? "" : l.text.substr(bar + 2)});
+            }
+        }
+        while (!source.empty() && source.back().empty()) source.pop_back(), expected.pop_back();  // the gap
+        AsmContext ctx;
+        asmassemblelines(ctx, source, model);
+        ASSERT_EQ(ctx.lines.size(), source.size());
+        for (size_t i = 0; i < source.size(); ++i) {
+            const AsmLine& line = ctx.lines[i];
+            const std::string where = file + ":" + std::to_string(expected[i].line);
+            std::istringstream words(expected[i].text);
+            std::string error;
+            for (std::string word; words >> word;) {
+                const size_t colon = word.find(':');
+                const std::string key = word.substr(0, colon);
+                const std::string value = colon == std::string::npos ? "" : tableunescape(word.substr(colon + 1));
+                if (word == "!") {
+                    std::getline(words >> std::ws, error);
+                } else if (word[0] == '@') {
+                    EXPECT_EQ(line.location, std::stol(word.substr(1), nullptr, 0)) << where;
+                } else if (key == "w") {
+                    EXPECT_EQ(opcodewords(line.opcode + "0000").at(0), std::stoi(value, nullptr, 16)) << where;
+                } else {
+                    const std::string& actual = key == "op"   ? line.opcode
+                                                : key == "mn" ? line.mnemonic
+                                                : key == "a1" ? line.arg1
+                                                              : line.arg2;
+                    EXPECT_EQ(actual, value) << where << ": " << key;
+                }
+            }
+            EXPECT_EQ(line.errorflag, !error.empty()) << where << ": " << line.errortext;
+            EXPECT_EQ(line.errortext, error) << where;
+        }
+        if (errors >= 0) { EXPECT_EQ(ctx.asmerrors, errors); }
+        for (const TableLine& l : symbols) {
+            std::istringstream words(l.text.substr(2));
+            std::string name, equals, value;
+            words >> name >> equals >> value;
+            const int32_t want = value == "none"    ? -12345
+                                 : value == "nan16" ? kNotANumber16
+                                                    : std::stoi(value, nullptr, 0);
+            EXPECT_EQ(symbol(ctx, name), want) << file << ":" << l.line;
+        }
+    }
 }
 
 }  // namespace velmora::test

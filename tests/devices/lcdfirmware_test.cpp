@@ -19,13 +19,18 @@ struct ResetOnly : PinObserver {
     uint64_t attend(Machine&) override { return UINT64_MAX; }
 };
 
+// What a run leaves: the rows, the log, the error, cycles, PORTB's inputs and the controller.
 struct ProgramRun {
-    LcdController state;
     std::vector<std::string> rows;
     std::string log;
     bool error = false;
     uint64_t cycles = 0;
     uint8_t input = 0;
+    float busy = 0;
+    int address = 0;
+    bool initphase = false;
+    int pendingnibble = 0;
+    bool operator==(const ProgramRun&) const = default;
 };
 
 ProgramRun runprogram(float mhz, bool everystep) {
@@ -53,33 +58,23 @@ ProgramRun runprogram(float mhz, bool everystep) {
     chip.run.menustart();
     removeobserver(chip.m, &resetonly);
     lcd.settle(chip.m);
-    return {lcd.state, lcdtextrows(lcd.state, 2, 16), log.str(), lcd.error, chip.m.totalcycles,
-            getinput(chip.m, kPortB)};
-}
-
-TEST(LcdFirmware, FourBitProgramShowsItsText) {
-    const ProgramRun run = runprogram(4.0f, false);
-    EXPECT_EQ(run.rows, (std::vector<std::string>{"Hello, Velmora! ", "LCD 4-bit test  "}));
-    EXPECT_FALSE(run.error);
-    EXPECT_LT(run.cycles, 4000000u) << "ended by SLEEP";
+    return {lcdtextrows(lcd.state, 2, 16), log.str(), lcd.error,      chip.m.totalcycles, getinput(chip.m, kPortB),
+            lcd.state.busy,                    lcd.state.address, lcd.state.initphase, lcd.state.pendingnibble};
 }
 
 TEST(LcdFirmware, TurnsOnChangeEqualAHookAfterEveryStep) {
     // Powers of two take the computed deadline; the others count down in every busy step.
     // At 20 MHz the program's fixed waits are too short, so bytes are lost: that must match too.
     for (const float mhz : {4.0f, 1.0f, 16.0f, 3.6864f, 20.0f, 7.3728f}) {
-        const ProgramRun onchange = runprogram(mhz, false);
-        const ProgramRun everystep = runprogram(mhz, true);
+        const ProgramRun onchange = runprogram(mhz, false), everystep = runprogram(mhz, true);
         EXPECT_EQ(onchange.log, everystep.log) << mhz << " MHz";
-        EXPECT_EQ(onchange.rows, everystep.rows) << mhz << " MHz";
-        EXPECT_EQ(onchange.error, everystep.error) << mhz << " MHz";
-        EXPECT_EQ(onchange.cycles, everystep.cycles) << mhz << " MHz";
-        EXPECT_EQ(onchange.input, everystep.input) << mhz << " MHz";
-        EXPECT_EQ(onchange.state.busy, everystep.state.busy) << mhz << " MHz";
-        EXPECT_EQ(onchange.state.address, everystep.state.address) << mhz << " MHz";
-        EXPECT_EQ(onchange.state.initphase, everystep.state.initphase) << mhz << " MHz";
-        EXPECT_EQ(onchange.state.pendingnibble, everystep.state.pendingnibble) << mhz << " MHz";
+        EXPECT_TRUE(onchange == everystep) << mhz << " MHz: rows, error, cycles, inputs or controller differ";
         EXPECT_FALSE(onchange.log.empty()) << mhz << " MHz";
+        if (mhz == 4.0f) {
+            EXPECT_EQ(onchange.rows, (std::vector<std::string>{"Hello, Velmora! ", "LCD 4-bit test  "}));
+            EXPECT_FALSE(onchange.error);
+            EXPECT_LT(onchange.cycles, 4000000u) << "ended by SLEEP";
+        }
     }
 }
 

@@ -11,10 +11,18 @@
 #include "core/minichip.h"
 #include "devices/lcdmodule.h"
 #include "devices/lcdpaint.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 
 inline constexpr uint8_t kE = 0x04, kRs = 0x08, kRw = 0x02;
+
+// A port of the tables of data/tables.txt by its letter, a pin as letter and bit ("B3"), "-"
+// for a line not connected.
+inline int portof(const std::string& letter) { return kPortCodeA + (letter.at(0) - 'A'); }
+inline PinWire pinof(const std::string& text) {
+    return text == "-" ? PinWire{} : PinWire{portof(text), text.at(1) - '0'};
+}
 
 // Loads the data records of an Intel HEX file into program memory; false if unreadable.
 inline bool loadhexrecords(Machine& m, const std::string& path) {
@@ -82,6 +90,29 @@ struct LcdBench {
         for (uint8_t command : {0x28, 0x0C, 0x01, 0x06}) write(command, false);
     }
     std::vector<std::string> rows() const { return lcdtextrows(lcd.state, lcd.config.lines, lcd.config.chars); }
+    // The rows right-trimmed and joined by "/".
+    std::string shown() const {
+        std::string text;
+        for (const std::string& row : rows()) text += row.substr(0, row.find_last_not_of(' ') + 1) + "/";
+        return text.substr(0, text.size() - 1);
+    }
+    // Runs a script of the [Bus] table of data/tables.txt.
+    void script(const std::string& text) {
+        std::istringstream words(text);
+        for (std::string w; words >> w;) {
+            const bool rs = w[0] == 'D' || w[0] == 'd';
+            if (w == "init")
+                init4bit();
+            else if (w.starts_with("text:"))
+                this->text(w.substr(5));
+            else if (w[0] == 'i')
+                idle(std::stoull(w.substr(1)));
+            else if (w[0] == 'C' || w[0] == 'D')
+                write(static_cast<uint8_t>(std::stoi(w.substr(1), nullptr, 16)), rs);
+            else
+                strobe(static_cast<uint8_t>(std::stoi(w.substr(1), nullptr, 16) << 4), rs);
+        }
+    }
 };
 
 }  // namespace velmora::test

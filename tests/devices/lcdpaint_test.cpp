@@ -4,39 +4,21 @@
 #include <gtest/gtest.h>
 
 #include "devices/lcdpaint.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
 
-TEST(LcdLayout, CellAtRowAndColumn) {
-    const struct {
-        int lines, chars, shift, r, c, cell;
-    } rows[] = {
-        {1, 16, 0, 1, 1, 0},   {1, 16, 0, 1, 8, 7},    {1, 16, 0, 1, 9, 40},  {1, 16, 0, 1, 16, 47},
-        {1, 16, 1, 1, 1, 1},   {1, 16, 79, 1, 2, 0},   {1, 16, 30, 1, 16, 45},
-        {2, 16, 0, 1, 1, 0},   {2, 16, 0, 2, 1, 40},   {2, 40, 0, 2, 40, 79}, {2, 16, 39, 1, 1, 39},
-        {2, 16, 39, 2, 2, 40}, {2, 24, 30, 2, 24, 53},
-        {4, 20, 0, 1, 20, 19}, {4, 20, 0, 3, 1, 20},   {4, 20, 0, 2, 1, 40},  {4, 20, 0, 4, 20, 79},
-        {4, 16, 0, 3, 1, 16},  {4, 16, 10, 3, 16, 1},  {4, 16, 10, 4, 16, 41},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(lcdvisiblecell(row.lines, row.chars, row.shift, row.r, row.c), row.cell)
-            << row.lines << "x" << row.chars << " shift " << row.shift << " at " << row.r << "," << row.c;
-}
-
-TEST(LcdLayout, CursorPlace) {
-    const struct {
-        int lines, chars, shift, address;
-        std::optional<LcdPlace> place;
-    } rows[] = {
-        {2, 16, 0, 0, LcdPlace{1, 1}},   {2, 16, 0, 15, LcdPlace{1, 16}}, {2, 16, 0, 16, std::nullopt},
-        {2, 16, 0, 40, LcdPlace{2, 1}},  {2, 16, 2, 1, std::nullopt},     {2, 16, 2, 0, std::nullopt},
-        {2, 16, 39, 0, LcdPlace{1, 2}},  {4, 20, 0, 20, LcdPlace{3, 1}},  {4, 20, 0, 79, LcdPlace{4, 20}},
-        {1, 16, 0, 9, LcdPlace{1, 10}},  {1, 16, 0, 40, std::nullopt},    {1, 16, 70, 5, LcdPlace{1, 16}},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(lcdcursorplace(row.lines, row.chars, row.shift, row.address), row.place)
-            << row.lines << "x" << row.chars << " shift " << row.shift << " address " << row.address;
+TEST(LcdLayout, CellAtRowAndColumnAndTheCursorsPlace) {
+    for (const TableRow& row : tablerows("tables.txt", "Visible cells")) {
+        const auto n = [&row](size_t i) { return static_cast<int>(row.number(i)); };
+        EXPECT_EQ(lcdvisiblecell(n(0), n(1), n(2), n(3), n(4)), n(5)) << row.where;
+    }
+    for (const TableRow& row : tablerows("tables.txt", "Cursor places")) {
+        const auto n = [&row](size_t i) { return static_cast<int>(row.number(i)); };
+        const std::optional<LcdPlace> place = row[4].empty() ? std::nullopt : std::optional(LcdPlace{n(4), n(5)});
+        EXPECT_EQ(lcdcursorplace(n(0), n(1), n(2), n(3)), place) << row.where;
+    }
 }
 
 TEST(LcdPaint, DotsOfCellsAndTheBlinkingCursor) {
@@ -87,19 +69,9 @@ TEST(LcdRom, PublishedGlyphsAndFileErrors) {
     int drawn = 0;
     for (int code = 33; code < 256; ++code) drawn += rom.glyphs[code] != LcdGlyph{};
     EXPECT_EQ(drawn, 95 + 95 - 1) << "33..127 and 161..255 drawn, FE blank";
-    const struct {
-        const char* text;
-        const char* error;
-    } bad[] = {
-        {"41: 00 00 00 00 00 00 00\n", "line 1: fewer than eight rows"},
-        {"\n0F: 00 00 00 00 00 00 00 00\n", "line 2: code 0F is not a ROM code"},
-        {"41: 00 00 00 00 00 00 00 20\n", "line 1: row '20' is not 00..1F"},
-        {"41 00 00\n", "line 1: expected 'XX:'"},
-        {"41: 00 00 00 00 00 00 00 00 00\n", "line 1: more than eight rows"},
-    };
-    for (const auto& row : bad) {
-        EXPECT_FALSE(readlcdrom(row.text, rom, error)) << row.text;
-        EXPECT_EQ(error, row.error);
+    for (const TableRow& row : tablerows("tables.txt", "Bad character ROMs")) {
+        EXPECT_FALSE(readlcdrom(row[0], rom, error)) << row.where;
+        EXPECT_EQ(error, row[1]) << row.where;
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "devices/lcdwindow.h"
 #include "lcdfixture.h"
@@ -49,42 +50,16 @@ std::vector<std::string> labels(const LcdWindow& window) {
 }
 
 TEST(LcdWindow, SetupLabelsAndTheirDialogs) {
-    const struct {
-        const char* name;
-        LcdSetupItem item;
-        std::vector<PinWire> pins;
-        std::vector<int> options;
-        const char* asked;  // caption or headings of the dialog
-        const char* label;  // the label afterwards
-        const char* setting;
-        const char* value;
-    } rows[] = {
-        {"type", LcdSetupItem::Type, {}, {4}, "Please select LCD module type:|", "LCD Type: 4x20", "LCD Characters",
-         "20"},
-        {"type cancelled", LcdSetupItem::Type, {}, {-1}, "Please select LCD module type:|", "LCD Type: 2x16",
-         "LCD Lines", "2"},
-        {"data port only", LcdSetupItem::DataLines, {{kPortD, 5}}, {}, "Select Port", "Data Lines ---> PORTD",
-         "LCD Data Lines Port", "8"},
-        {"interface", LcdSetupItem::Interface, {}, {2}, "Please select the type|of the interface with LCD module:",
-         "Interface: 4-bit, Low", "LCD Data Lines Interface", "0"},
-        {"interface 8", LcdSetupItem::Interface, {}, {0}, "Please select the type|of the interface with LCD module:",
-         "Interface: 8-bit", "LCD Data Lines Interface", "8"},
-        {"rs", LcdSetupItem::Rs, {{kPortC, 6}}, {}, "Select Pin", "RS Line ---> PORTC, 6", "LCD RS Line Bit", "6"},
-        {"e cancelled", LcdSetupItem::E, {{0, 0}}, {}, "Select Pin", "E Line ---> PORTB, 2", "LCD E Line Port", "6"},
-        {"r/w connected", LcdSetupItem::Rw, {{kPortA, 1}}, {}, "Select Pin", "R/W Line ---> PORTA, 1",
-         "LCD R/W Line Port", "5"},
-        {"colours", LcdSetupItem::Colors, {}, {3}, "Please select|LCD module color scheme:",
-         "Change LCD Module Color Scheme", "LCD Color Scheme", "3"},
-    };
-    for (const auto& row : rows) {
+    const std::vector<std::string> items = {"Type", "DataLines", "Interface", "Rs", "E", "Rw", "Colors", "Delays"};
+    for (const TableRow& row : tablerows("tables.txt", "Setup items")) {
+        const auto item = static_cast<LcdSetupItem>(std::find(items.begin(), items.end(), row[1]) - items.begin());
         WindowBench w;
-        w.dialogs.pins.assign(row.pins.begin(), row.pins.end());
-        w.dialogs.options.assign(row.options.begin(), row.options.end());
-        w.window.clicksetupitem(row.item);
-        ASSERT_EQ(w.dialogs.asked.size(), 1u) << row.name;
-        EXPECT_EQ(w.dialogs.asked[0], row.asked) << row.name;
-        EXPECT_EQ(w.window.setuplabel(row.item), row.label) << row.name;
-        EXPECT_EQ(w.bench.chip.settings.getsetting(row.setting, "?"), row.value) << row.name;
+        if (!row[2].empty()) w.dialogs.pins = {pinof(row[2])};
+        if (!row[3].empty()) w.dialogs.options = {static_cast<int>(row.number(3))};
+        w.window.clicksetupitem(item);
+        EXPECT_EQ(w.dialogs.asked, std::vector<std::string>{row[4]}) << row.where;
+        EXPECT_EQ(w.window.setuplabel(item), row[5]) << row.where;
+        EXPECT_EQ(w.bench.chip.settings.getsetting(row[6], "?"), row[7]) << row.where;
     }
 }
 
@@ -107,32 +82,19 @@ TEST(LcdWindow, DefaultLabelsAndTheSetupButton) {
 }
 
 TEST(LcdWindow, BusyDelaysChangeOnlyWhenAllThreeAreGood) {
-    const struct {
-        const char* name;
-        std::vector<std::optional<std::string>> answers;
-        int init, cmd, data;
-        size_t prompts;
-        const char* message;
-    } rows[] = {
-        {"all good", {"20", "5000", "100"}, 20, 5000, 100, 3, nullptr},
-        {"third too small", {"100", "100", "19"}, 1640, 42, 46, 3, "Wrong entry!"},
-        {"first not a number", {"1e3"}, 1640, 42, 46, 1, "Wrong entry!"},
-        {"second above the range", {"100", "5001"}, 1640, 42, 46, 2, "Wrong entry!"},
-        {"cancelled", {"100", std::nullopt}, 1640, 42, 46, 2, nullptr},
-    };
-    for (const auto& row : rows) {
+    for (const TableRow& row : tablerows("tables.txt", "Busy delays")) {
         WindowBench w;
-        w.dialogs.answers.assign(row.answers.begin(), row.answers.end());
+        std::istringstream answers(row[1]);
+        for (std::string a; answers >> a;) w.dialogs.answers.push_back(a == "cancel" ? std::nullopt : std::optional(a));
         w.window.clicksetupitem(LcdSetupItem::Delays);
         const LcdConfig& c = w.window.config();
-        EXPECT_EQ(c.busyinit, row.init) << row.name;
-        EXPECT_EQ(c.busycmd, row.cmd) << row.name;
-        EXPECT_EQ(c.busydata, row.data) << row.name;
-        EXPECT_EQ(w.bench.chip.settings.getsetting("LCD Busy Delay Cmd", "?"), std::to_string(row.cmd)) << row.name;
-        EXPECT_EQ(w.dialogs.asked.size(), row.prompts) << row.name;
+        EXPECT_EQ(std::vector<long>({c.busyinit, c.busycmd, c.busydata, static_cast<long>(w.dialogs.asked.size())}),
+                  std::vector<long>({row.number(2), row.number(3), row.number(4), row.number(5)}))
+            << row.where;
+        EXPECT_EQ(w.bench.chip.settings.getsetting("LCD Busy Delay Cmd", "?"), row[3]) << row.where;
         EXPECT_EQ(w.bench.chip.messenger.messages,
-                  row.message ? std::vector<std::string>{row.message} : std::vector<std::string>{})
-            << row.name;
+                  row[6].empty() ? std::vector<std::string>{} : std::vector<std::string>{row[6]})
+            << row.where;
     }
     WindowBench w;
     w.window.clicksetupitem(LcdSetupItem::Delays);

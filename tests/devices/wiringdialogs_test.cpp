@@ -2,47 +2,39 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "devices/selectoption.h"
 #include "devices/selectpin.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
 
 TEST(SelectPin, ClicksAndResults) {
-    enum Act { Port, Bit, DoublePort, DoubleBit, Select, Cancel };
-    const struct {
-        const char* name;
-        bool portonly;
-        std::vector<std::pair<Act, int>> acts;
-        int port, bit;
-        bool finished;
-    } rows[] = {
-        {"opens on the exchange values", false, {}, 6, 3, false},
-        {"clicks move the selection", false, {{Port, 8}, {Bit, 7}}, 8, 7, false},
-        {"select accepts", false, {{Port, 5}, {Select, 0}}, 5, 3, true},
-        {"double click on a bit accepts", false, {{DoubleBit, 1}}, 6, 1, true},
-        {"double click on a port accepts", false, {{DoublePort, 11}}, 11, 3, true},
-        {"cancel gives port 0", false, {{Port, 7}, {Cancel, 0}}, 0, 3, true},
-        {"out of range ignored", false, {{Port, 12}, {Port, 4}, {Bit, 8}}, 6, 3, false},
-        {"port only: bits take no clicks", true, {{Bit, 5}, {DoubleBit, 6}}, 6, 0, false},
-        {"port only: double click on a port", true, {{DoublePort, 9}}, 9, 0, true},
-    };
-    for (const auto& row : rows) {
-        SelectPin dialog(6, 3, row.portonly);
-        EXPECT_EQ(dialog.caption(), row.portonly ? "Select Port" : "Select Pin") << row.name;
-        for (const auto& [act, value] : row.acts) {
-            switch (act) {
-            case Port: dialog.clickport(value); break;
-            case Bit: dialog.clickbit(value); break;
-            case DoublePort: dialog.doubleclickport(value); break;
-            case DoubleBit: dialog.doubleclickbit(value); break;
-            case Select: dialog.select(); break;
-            case Cancel: dialog.cancel(); break;
-            }
+    for (const TableRow& row : tablerows("tables.txt", "Select pin")) {
+        SelectPin dialog(6, 3, row.flag(1));
+        EXPECT_EQ(dialog.caption(), row.flag(1) ? "Select Port" : "Select Pin") << row.where;
+        std::istringstream clicks(row[2]);
+        for (std::string click; clicks >> click;) {
+            const size_t digits = click.find_first_of("0123456789");
+            const int value = digits == std::string::npos ? 0 : std::stoi(click.substr(digits));
+            if (click == "S")
+                dialog.select();
+            else if (click == "C")
+                dialog.cancel();
+            else if (click.starts_with("DP"))
+                dialog.doubleclickport(value);
+            else if (click.starts_with("DB"))
+                dialog.doubleclickbit(value);
+            else if (click[0] == 'P')
+                dialog.clickport(value);
+            else
+                dialog.clickbit(value);
         }
-        EXPECT_EQ(dialog.port(), row.port) << row.name;
-        EXPECT_EQ(dialog.bit(), row.bit) << row.name;
-        EXPECT_EQ(dialog.finished(), row.finished) << row.name;
+        EXPECT_EQ(std::vector<long>({dialog.port(), dialog.bit()}), std::vector<long>({row.number(3), row.number(4)}))
+            << row.where;
+        EXPECT_EQ(dialog.finished(), row.flag(5)) << row.where;
     }
 }
 

@@ -24,6 +24,7 @@
 #include "core/machine.h"
 #include "disassembler/disasminstruction.h"
 #include "support/datafile.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -185,19 +186,11 @@ TEST(DisassemblerChain, NamesComeFromTheTableAndTheSecondWordFromTheCaller) {
     names[0x0B + 32][5] = "UDRE";
     Disassembler d(names);
     EXPECT_FALSE(d.secondword()) << "before any word";
-    const struct {
-        uint16_t word, next;
-        const char* text;
-        bool two;
-    } cases[] = {
-        {0x9AC3, 0, "SBI PORTB,3", false},          {0x9B5D, 0, "SBIS UCSRA,UDRE", false},
-        {0xBB08, 0, "OUT PORTB,R16", false},        {0x940C, 0x1234, "JMP $1234", true},
-        {0x940F, 0x0010, "CALL $010010", true},     {0x95FD, 0xFFFF, "JMP $3FFFFF", true},
-        {0x9000, 0x0000, "LDS R0,$0000", true},     {0xCFFF, 0x940C, "RJMP -1", false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(d.disasminstruction(c.word, c.next), c.text) << std::hex << c.word;
-        EXPECT_EQ(d.secondword(), c.two) << std::hex << c.word;
+    for (const TableRow& row : tablerows("tables.txt", "Named words")) {
+        const auto word = static_cast<uint16_t>(std::stoi(row[0], nullptr, 16));
+        const auto next = static_cast<uint16_t>(std::stoi(row[1], nullptr, 16));
+        EXPECT_EQ(d.disasminstruction(word, next), row[2]) << row.where;
+        EXPECT_EQ(d.secondword(), row.flag(3)) << row.where;
     }
     names[0x18 + 32][8] = "PB";  // read at each call, not copied
     EXPECT_EQ(d.disasminstruction(0xBB08, 0), "OUT PB,R16");

@@ -1,6 +1,6 @@
 // The Intel HEX reader: each error code from a minimal bad file, the record types, line
-// counting, and input that is cut short, binary or very large. Checksums in the literals
-// are worked out by hand.
+// counting, and input that is cut short, binary or very large (cases in data/tables.txt).
+// Checksums are worked out by hand.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "image/hexreader.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -28,33 +29,10 @@ Loaded read(const std::string& text, size_t size = 256) {
 }
 
 TEST(HexReader, EveryErrorCodeFromAMinimalFile) {
-    const struct {
-        const char* why;
-        std::string text;
-        int error;
-    } cases[] = {
-        {"no colon", "0100000055AA", 1},
-        {"ten characters", ":000000010", 2},
-        {"wrong checksum", ":00000001FE", 3},
-        {"lower-case checksum", ":0100000055aa", 3},
-        {"type 03", ":00000003FD", 4},
-        {"type 0A", ":0000000AF6", 4},
-        {"04 with an address", ":020001040001F8", 5},
-        {"04 with two digits", ":0100000400FB", 5},
-        {"04 with a lower-case digit", ":02000004000aF0", 5},
-        {"lower-case count", ":0a000000" + std::string(20, '0') + "F6", 6},
-        {"count that is no number", ":G10000000000", 6},
-        {"lower-case address", ":01000a0055A0", 7},
-        {"fewer bytes than counted", ":0200000055A9", 10},
-        {"lower-case data byte", ":01000000ab54", 11},
-        {"beyond 256 bytes of memory", ":0101000055A9", 12},
-        {"02 not ending in 0", ":020000021001EB", 13},
-        {"02 with an address", ":020001021000EB", 13},
-    };
-    for (const auto& c : cases) {
-        const Loaded loaded = read(c.text + "\r\n:00000001FF\r\n");
-        EXPECT_EQ(loaded.result.error, c.error) << c.why;
-        EXPECT_EQ(loaded.result.line, 1) << c.why;
+    for (const TableRow& row : tablerows("tables.txt", "Reader errors")) {
+        const Loaded loaded = read(row[1] + "\r\n:00000001FF\r\n");
+        EXPECT_EQ(loaded.result.error, row.number(2)) << row.where;
+        EXPECT_EQ(loaded.result.line, 1) << row.where;
     }
 }
 
@@ -72,48 +50,20 @@ TEST(HexReader, TailsOfTheErrorMessages) {
 
 // Inputs that load, or stop at an error, with the bytes that stand afterwards.
 TEST(HexReader, RecordsLineEndsAddressesAndTheBytesThatStay) {
-    struct Case {
-        std::string why, text;
-        int error, line, highest;
-        std::vector<std::pair<size_t, uint8_t>> bytes;
-        size_t size = 256;
-    };
-    const std::string twobytes = ":010000007788\n:010001007787\n";
-    std::vector<Case> cases = {
-        {"odd counts and addresses load as they are", ":03000100AABBCCCB\n", kHexOk, -1, 4,
-         {{0, 0xFF}, {1, 0xAA}, {3, 0xCC}}},
-        {"comments and empty lines count for line numbers", "; a comment\n\n   \n:0100000055AA\n;\nnot a record\n",
-         kHexNoColon, 6, -1, {{0, 0x55}}},
-        {"the end record stops reading", ":0100000055AA\n:00000001FF\n:0100010066\x01\ngarbage\n", kHexOk, -1, -1,
-         {{1, 0xFF}}},
-        {"a file without end record loads to its end", ":0100000055AA\n:010001006698", kHexOk, -1, 2, {{1, 0x66}}},
-        // Type 05 is accepted and ignored; a data record without data is skipped whatever its count.
-        {"records that carry nothing", ":0400000500000000F7\n:10000000F0\n:00000001FF\n", kHexOk, -1, 0, {}},
-        // Bytes 254 and 255 fit, the third does not.
-        {"bytes before an error stay", ":0300FE00010203F9\n", kHexOutOfRange, -1, 256, {{254, 0x01}, {255, 0x02}}},
-        {"trailing blanks of any length", ":0100000055AA" + std::string(10u << 20, ' ') + "\n", kHexOk, -1, -1,
-         {{0, 0x55}}},
-        // The extended addresses add up and stay in force on the next record.
-        {"segment 1000 is byte 65536", ":020000021000EC\n" + twobytes, kHexOk, -1, 65538,
-         {{65536, 0x77}, {65537, 0x77}}, 262144},
-        {"linear 0001 is byte 65536", ":020000040001F9\n" + twobytes, kHexOk, -1, 65538,
-         {{65536, 0x77}, {65537, 0x77}}, 262144},
-        {"segment and linear at once", ":020000021000EC\n:020000040001F9\n" + twobytes, kHexOk, -1, 131074,
-         {{131072, 0x77}, {131073, 0x77}}, 262144},
-        {"replaced by a later one", ":020000021000EC\n:020000020000FC\n" + twobytes, kHexOk, -1, 2,
-         {{0, 0x77}, {1, 0x77}}, 262144},
-    };
-    for (const char* end : {"\n", "\r\n", "\r", " \t \r\n", "   \n"})
-        cases.push_back({"line end " + ::testing::PrintToString(end),
-                         std::string(":0100000055AA") + end + ":0100010066" + "98" + end + "bad", kHexNoColon, 3, -1,
-                         {{0, 0x55}, {1, 0x66}}});
-    for (const auto& c : cases) {
-        const Loaded loaded = read(c.text, c.size);
-        EXPECT_EQ(loaded.result.error, c.error) << c.why;
-        if (c.line >= 0) { EXPECT_EQ(loaded.result.line, c.line) << c.why; }
-        if (c.highest >= 0) { EXPECT_EQ(loaded.highest, c.highest) << c.why; }
-        for (const auto& [address, value] : c.bytes) EXPECT_EQ(loaded.memory[address], value) << c.why << " @" << address;
+    for (const TableRow& row : tablerows("tables.txt", "Reader records")) {
+        const Loaded loaded = read(row[1], static_cast<size_t>(row.number(6)));
+        EXPECT_EQ(loaded.result.error, row.number(2)) << row.where;
+        if (row.number(3) >= 0) { EXPECT_EQ(loaded.result.line, row.number(3)) << row.where; }
+        if (row.number(4) >= 0) { EXPECT_EQ(loaded.highest, row.number(4)) << row.where; }
+        std::istringstream bytes(row[5]);
+        for (std::string byte; bytes >> byte;) {
+            const int value = std::stoi(byte.substr(byte.find('=') + 1), nullptr, 16);
+            EXPECT_EQ(loaded.memory.at(std::stoul(byte, nullptr, 16)), value) << row.where << " @" << byte;
+        }
     }
+    const Loaded blanks = read(":0100000055AA" + std::string(10u << 20, ' ') + "\n");  // trailing blanks of any length
+    EXPECT_TRUE(blanks.result.ok());
+    EXPECT_EQ(blanks.memory[0], 0x55);
 }
 
 TEST(HexReader, HighestOnlyRises) {

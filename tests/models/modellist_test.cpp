@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "models/modelfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -16,12 +18,8 @@ std::vector<std::string> namesof(const ModelList& list) {
 }
 
 TEST(ModelList, NameOfAModelFile) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"atmega32.cfg", "ATmega32"},     {"at90s2313.cfg", "AT90S2313"}, {"atmega328p.cfg", "ATmega328P"},
-        {"ATtiny13.cfg", "ATtiny13"},     {"AT90S8515.CFG", "AT90S8515"}, {"at90can128.cfg", "AT90can128"},
-        {"atmega16a.cfg", "ATmega16a"},   {"attiny85p.cfg", "ATtiny85P"},
-    };
-    for (const auto& [file, name] : cases) EXPECT_EQ(modelnameoffile(file), name) << file;
+    for (const TableRow& row : tablerows("tables.txt", "Model file names"))
+        EXPECT_EQ(modelnameoffile(row[0]), row[1]) << row.where;
 }
 
 TEST(ModelList, OnlyAtCfgFilesAreListed) {
@@ -37,24 +35,15 @@ TEST(ModelList, OnlyAtCfgFilesAreListed) {
 }
 
 TEST(ModelList, OrderIsByNameThenByTheNumberOfTheFamilyWithATmega32OrTheLastAsDefault) {
-    const struct {
-        std::vector<const char*> files;
-        std::vector<std::string> names;
-        int defaultindex;
-    } cases[] = {
-        {{"atmega16.cfg", "atmega8.cfg", "atmega32.cfg", "atmega128.cfg", "atmega8515.cfg", "attiny13.cfg",
-          "attiny2313.cfg", "at90s2313.cfg", "at90s8515.cfg", "atmega162.cfg", "atmega16a.cfg", "atmega328p.cfg"},
-         {"AT90S2313", "AT90S8515", "ATmega8", "ATmega16", "ATmega16a", "ATmega32", "ATmega128", "ATmega162",
-          "ATmega328P", "ATmega8515", "ATtiny13", "ATtiny2313"},
-         5},
-        {{"atmega8.cfg", "attiny13.cfg", "atmega16.cfg"}, {"ATmega8", "ATmega16", "ATtiny13"}, 2},
-    };
-    for (const auto& c : cases) {
+    for (const TableRow& row : tablerows("tables.txt", "Model list order")) {
         TempDir dir;
-        for (const char* file : c.files) dir.write(file, "\n");
+        std::istringstream files(row[0]);
+        for (std::string file; files >> file;) dir.write(file, "\n");
         const ModelList list = modellist(dir.path());
-        EXPECT_EQ(namesof(list), c.names);
-        EXPECT_EQ(list.defaultindex, c.defaultindex) << c.files.size() << " files";
+        std::string names;
+        for (const std::string& name : namesof(list)) names += (names.empty() ? "" : " ") + name;
+        EXPECT_EQ(names, row[1]) << row.where;
+        EXPECT_EQ(list.defaultindex, row.number(2)) << row.where;
     }
 }
 

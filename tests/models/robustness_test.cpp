@@ -6,6 +6,7 @@
 #include <random>
 
 #include "models/modelfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -34,31 +35,10 @@ void expectconsistent(const Machine& m, const std::string& context) {
 }
 
 TEST(ModelRobustness, HandMadeDamage) {
-    const std::string header = "\n***** Section 0 *****\n";
-    const std::pair<const char*, std::string> cases[] = {
-        {"empty file", ""},
-        {"no headers at all", "pins: 40\nflash: 32768\nsram: 2048\n"},
-        {"no flash key", header + "sram: 64\n***** Section 1 *****\n5F,SREG,00,FF\n"},
-        {"only a header", header},
-        {"non-numeric values", header + "flash: lots\nsram: some\neeprom: x\nintconf: a,b\ncompconf: ,,\n"},
-        {"empty values", header + "flash: \nsram: \nintconf: \ncompconf: \n"},
-        {"sections before the keys",
-         "***** Section 1 *****\n5F,SREG,00,FF\n***** Section 4 *****\nINT0,0001,x,SREG.7,SREG.1\n" + header +
-             "flash: 1024\nsram: 64\n"},
-        {"repeated sections", header + "flash: 1024\nsram: 64\n***** Section 1 *****\n5F,SREG,00,FF\n" + header +
-                                  "sram: 32\n***** Section 1 *****\n7F,LATE,00,FF\n"},
-        {"short lines everywhere",
-         header + "flash: 64\nsram: 16\n***** Section 1 *****\n5F\n,\n***** Section 2 *****\n.equ\n.equ =\n"
-                  "***** Section 3 *****\n;\n; \n.equ\n.equ =\n***** Section 4 *****\nX\n,\n,,,,\n"
-                  "***** Section 5 *****\n,\n1\n,,,,,,,,\n"},
-        {"binary garbage", std::string("\0\x01\xFF\xFE***** Section 0 *****\n\xC3\x28\n\x80", 24) + "\n"},
-        {"very long line", header + "flash: 1024\n" + std::string(100000, '9') + "\nsram: " + std::string(5000, '9')},
-        {"headers with stray blanks", "***** Section 0 ***** \n flash: 1024\n***** section 1 *****\n5F,A,00,FF\n"},
-        {"section numbers out of range", "***** Section 6 *****\nflash: 1024\n***** Section -1 *****\n"},
-        {"interrupts against a tiny data space",
-         header + "flash: 64\nsram: 0\n***** Section 1 *****\n5F,SREG,00,FF\n***** Section 4 *****\n"
-                  "A,0001,x,SREG.9,SREG.\nB,0002,x,.1,SREG.1.2\nC,FFFF,x,SREG.7,SREG.7\n"},
-    };
+    std::vector<std::pair<std::string, std::string>> cases = {
+        {"very long line", "\n***** Section 0 *****\nflash: 1024\n" + std::string(100000, '9') + "\nsram: " +
+                               std::string(5000, '9')}};
+    for (const TableRow& row : tablerows("tables.txt", "Damaged files")) cases.emplace_back(row.where, row[1]);
     TempDir dir;
     for (const auto& [what, text] : cases) {
         LoadedModel model;
