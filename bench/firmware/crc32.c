@@ -4,6 +4,8 @@
  * result independently of any simulator. */
 #include <stdint.h>
 
+#include "benchio.h"
+
 #ifndef PASSES
 #define PASSES 4000UL
 #endif
@@ -16,27 +18,6 @@ static uint32_t crc32_update(uint32_t crc, uint8_t byte) {
     return crc;
 }
 
-#ifdef HOST
-#include <stdio.h>
-static void put(char c) { putchar(c); }
-static void finish(void) {}
-#else
-#include <avr/io.h>
-static void put(char c) {
-    while (!(UCSR0A & (1 << UDRE0))) {
-    }
-    UDR0 = c;
-}
-static void finish(void) {
-    while (!(UCSR0A & (1 << TXC0))) {
-    }
-    __asm__ volatile("cli\n\tsleep");
-}
-#endif
-
-static void puthex32(uint32_t v) {
-    for (int8_t shift = 28; shift >= 0; shift -= 4) put("0123456789ABCDEF"[(v >> shift) & 15]);
-}
 
 int main(void) {
 #ifndef HOST

@@ -14,27 +14,7 @@
 #define LIMIT 96
 #define FRAC 12
 
-#ifdef HOST
-#include <stdio.h>
-static void put(char c) { putchar(c); }
-static void finish(void) {}
-#else
-#include <avr/io.h>
-static void put(char c) {
-    while (!(UCSR0A & (1 << UDRE0))) {
-    }
-    UDR0 = c;
-}
-static void finish(void) {
-    while (!(UCSR0A & (1 << TXC0))) {
-    }
-    __asm__ volatile("cli\n\tsleep");
-}
-#endif
-
-static void puthex32(uint32_t v) {
-    for (int8_t shift = 28; shift >= 0; shift -= 4) put("0123456789ABCDEF"[(v >> shift) & 15]);
-}
+#include "benchio.h"
 
 /* Iterations until |z| > 2 for c = cr + i ci, both Q12. */
 static uint8_t escape(int32_t cr, int32_t ci) {

@@ -131,16 +131,9 @@ inline void advance(S& s) {
     }
 }
 
-// After a jump: brings pc back into program memory without stopping.
 template <class S>
 inline void normalize(S& s) {
-    if (s.flashwords <= 0) {
-        s.pc = 0;
-        return;
-    }
-    if (s.pc < 0) s.pc += s.flashwords;
-    s.pc %= s.flashwords;
-    if (s.pc < 0) s.pc += s.flashwords;
+    s.pc = wrappedpc(s.pc, s.flashwords);
 }
 
 template <class S>

@@ -28,16 +28,14 @@ inline void pcstep(Machine& m) {
     }
 }
 
-// After a jump: brings pc back into program memory without stopping.
-inline void pcnormalize(Machine& m) {
-    if (m.flashwords <= 0) {
-        m.pc = 0;
-        return;
-    }
-    if (m.pc < 0) m.pc += m.flashwords;
-    m.pc %= m.flashwords;
-    if (m.pc < 0) m.pc += m.flashwords;
+// After a jump: a program counter brought back into program memory without stopping.
+inline int32_t wrappedpc(int32_t pc, int32_t flashwords) {
+    if (flashwords <= 0) return 0;
+    if (pc < 0) pc += flashwords;
+    pc %= flashwords;
+    return pc < 0 ? pc + flashwords : pc;
 }
+inline void pcnormalize(Machine& m) { m.pc = wrappedpc(m.pc, m.flashwords); }
 
 struct QuietRun {
     uint32_t steps;
