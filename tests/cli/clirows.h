@@ -29,25 +29,6 @@ inline std::string expand(std::string text, const TempFolder& folder) {
     return text;
 }
 
-// \n, \t, \r, \\ and \xHH.
-inline std::string unescaped(const std::string& text) {
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\' || i + 1 == text.size()) {
-            bytes += text[i];
-            continue;
-        }
-        const char c = text[++i];
-        if (c == 'x') {
-            bytes += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        } else {
-            bytes += c == 'n' ? '\n' : c == 't' ? '\t' : c == 'r' ? '\r' : c;
-        }
-    }
-    return bytes;
-}
-
 inline void runcommandrows(const std::string& file) {
     const std::map<std::string, int> codes = {{"0", 0},
                                               {"usage", kExitUsage},
@@ -72,7 +53,7 @@ inline void runcommandrows(const std::string& file) {
             const size_t space = line.find(' ', 4);
             const std::string key = line.substr(4, space == std::string::npos ? std::string::npos : space - 4);
             const std::string text =
-                space == std::string::npos ? "" : expand(unescaped(line.substr(space + 1)), folder);
+                space == std::string::npos ? "" : expand(unescapedcell(line.substr(space + 1)), folder);
             if (key == "code") {
                 ASSERT_TRUE(codes.count(text)) << "no exit code " << text;
                 EXPECT_EQ(r.code, codes.at(text)) << r.err;

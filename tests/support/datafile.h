@@ -28,4 +28,24 @@ inline std::vector<DataRow> datarows(const std::string& name) {
     return rows;
 }
 
+// A cell's escapes undone: \n, \t, \r, \s (a blank), \\ and \xHH; any other escaped
+// character stands for itself.
+inline std::string unescapedcell(const std::string& text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size()) {
+            out += text[i];
+            continue;
+        }
+        const char c = text[++i];
+        if (c == 'x' && i + 2 < text.size()) {
+            out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            out += c == 's' ? ' ' : c == 't' ? '\t' : c == 'r' ? '\r' : c == 'n' ? '\n' : c;
+        }
+    }
+    return out;
+}
+
 }  // namespace velmora::test

@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "support/datafile.h"
+
 namespace velmora::test {
 
 struct TableLine {
@@ -42,24 +44,8 @@ struct TableRow {
     bool flag(size_t i) const { return (*this)[i] == "yes"; }
 };
 
-inline std::string tableunescape(const std::string& cell) {
-    if (cell == "\"\"") return "";
-    std::string out;
-    for (size_t i = 0; i < cell.size(); ++i) {
-        if (cell[i] != '\\' || i + 1 == cell.size()) {
-            out += cell[i];
-            continue;
-        }
-        const char c = cell[++i];
-        if (c == 'x' && i + 2 < cell.size()) {
-            out += static_cast<char>(std::stoi(cell.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        } else {
-            out += c == 's' ? ' ' : c == 't' ? '\t' : c == 'r' ? '\r' : c == 'n' ? '\n' : c;
-        }
-    }
-    return out;
-}
+// A cell of just "" is empty; the rest as every table file reads.
+inline std::string tableunescape(const std::string& cell) { return cell == "\"\"" ? "" : unescapedcell(cell); }
 
 // Every section of a file with its lines as they stand.
 inline const std::map<std::string, std::vector<TableLine>>& tablesections(const std::string& file) {
