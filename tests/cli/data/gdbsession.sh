@@ -23,6 +23,7 @@ if [ $# -ge 4 ]; then
   exec 3>&-
 else
   sed "s/PORT/$port/" "$here/gdbsession.gdb" > "$folder/commands.gdb"
-  avr-gdb -batch -nx -x "$folder/commands.gdb" "$elf" 2>&1
+  # The sources beside the program: the compile folder the ELF names may not exist here.
+  avr-gdb -batch -nx -ex "directory $(cd "$(dirname "$elf")" && pwd)" -x "$folder/commands.gdb" "$elf" 2>&1
 fi
 wait "$server"
