@@ -19,7 +19,9 @@ struct SteadyClock : velmora::Clock {
         return duration<double>(steady_clock::now().time_since_epoch()).count();
     }
     void nap() override {}
-    void yield() override {}
+
+protected:
+    void yieldevents() override {}
 };
 struct NoSettings : velmora::SettingsAccess {
     std::string getsetting(const std::string&, const std::string& d) override { return d; }

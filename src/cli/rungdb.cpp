@@ -30,10 +30,7 @@ GdbOutcome rungdb(CliSession& session, int port, std::ostream& err) {
     session.clock().onyield = nullptr;
     server.closeclient();
     if (gdb.end() == GdbSession::End::Killed) return GdbOutcome::Killed;
-    // The client's breakpoints and watches go with it.
-    setbreakpoints(m, {});
-    marksideeffects(m);
-    m.watchhit = -1;
+    gdb.release();
     if (m.simulationrunning) run.menuspeed(kRateUltimate);
     return GdbOutcome::Detached;
 }

@@ -34,11 +34,9 @@ class SteadyClock : public Clock {
 public:
     double now() override;
     void nap() override {}
-    void yield() override {
-        if (onyield) onyield();
-    }
-    // Between stretches of a fast run: a debugger client's turn.
-    std::function<void()> onyield;
+
+protected:
+    void yieldevents() override {}
 };
 
 class CliSession {

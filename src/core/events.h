@@ -3,6 +3,7 @@
 // desktop implementation and a scripted or recording one for tests and the CLI.
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -40,7 +41,16 @@ public:
     virtual ~Clock() = default;
     virtual double now() = 0;  // seconds since midnight, with fractions
     virtual void nap() = 0;    // about 5 ms
-    virtual void yield() = 0;  // let pending user input act
+    // Lets pending user input act, then gives `onyield` its turn.
+    void yield() {
+        yieldevents();
+        if (onyield) onyield();
+    }
+    // Between stretches of a run: a debugger client reads what came meanwhile (a Ctrl-C).
+    std::function<void()> onyield;
+
+protected:
+    virtual void yieldevents() = 0;
 };
 
 // The per-user settings store: reading a missing value writes its default back.

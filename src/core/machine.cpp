@@ -1,5 +1,6 @@
 #include "core/machine.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/hextext.h"
@@ -16,15 +17,14 @@ std::array<std::string, 9> defaultbitnames(int address) {
     return names;
 }
 
-void setbreakpoints(Machine& m, const std::vector<int32_t>& words) {
+void setbreakpoints(Machine& m, const std::vector<int32_t>& words, uint8_t owner) {
     // One flag for every word the program counter can hold, the two spare ones included.
-    m.breakat.assign(m.progmem.size() / 2 + 1, 0);
-    m.breakpointsset = false;
-    for (int32_t word : words) {
-        if (word < 0 || word >= m.flashwords) continue;
-        m.breakat[static_cast<size_t>(word)] = 1;
-        m.breakpointsset = true;
-    }
+    const size_t count = m.progmem.size() / 2 + 1;
+    if (m.breakat.size() != count) m.breakat.assign(count, 0);
+    for (uint8_t& flag : m.breakat) flag &= static_cast<uint8_t>(~owner);
+    for (int32_t word : words)
+        if (word >= 0 && word < m.flashwords) m.breakat[static_cast<size_t>(word)] |= owner;
+    m.breakpointsset = std::ranges::any_of(m.breakat, [](uint8_t flag) { return flag != 0; });
 }
 
 void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eepromsize) {
@@ -33,7 +33,8 @@ void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eeproms
     m.pcbits = m.flashwords > 0 ? static_cast<int>(std::lround(std::log2(m.flashwords))) : 0;
     m.threebytepc = m.flashwords > 0x10000;
     m.progmem.assign(static_cast<size_t>(m.flashsize) + 4, m.unprogrammed);
-    setbreakpoints(m, {});
+    m.breakat.assign(m.progmem.size() / 2 + 1, 0);
+    m.breakpointsset = false;
     m.extendedio = extendedio < 0 ? 0 : extendedio;
     m.sramsize = sramsize < 0 ? 0 : sramsize;
     m.dataspacesize = m.extendedio + m.sramsize + 96;

@@ -268,8 +268,11 @@ inline uint16_t progword(const Machine& m, int wordaddress) {
     return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
 }
 
-// Sets the breakpoint words (word addresses; those outside program memory are left out).
-void setbreakpoints(Machine& m, const std::vector<int32_t>& words);
+// Who set a breakpoint word: the user's list and a debugger client keep theirs apart, so
+// neither clears the other's. A word stops a run when anyone set it.
+inline constexpr uint8_t kBreakUser = 1, kBreakDebugger = 2;
+// Sets one owner's breakpoint words (word addresses; those outside program memory are left out).
+void setbreakpoints(Machine& m, const std::vector<int32_t>& words, uint8_t owner = kBreakUser);
 inline bool atbreakpoint(const Machine& m) { return m.breakpointsset && m.breakat[static_cast<size_t>(m.pc)]; }
 
 // The reset of the machine: counters, data space, reset values, peripheral state.

@@ -90,6 +90,8 @@ public:
     // A stack fault: message, then Step By Step.
     void fault(const std::string& text) override;
 
+    // The run loop is running (a run, or a yield inside one).
+    bool inloop() const { return inloop_; }
     // Steps executed since the run loop began (for yielding on a time budget).
     uint64_t loopsteps() const { return loopsteps_; }
 

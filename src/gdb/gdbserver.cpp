@@ -48,10 +48,21 @@ bool GdbServer::accept() {
         client_ = ::accept(listener_, nullptr, nullptr);
     } while (client_ < 0 && errno == EINTR);
     if (client_ < 0) return false;
+    nodelay();
+    return true;
+}
+
+bool GdbServer::acceptwaiting() {
+    if (listener_ < 0) return false;
+    pollfd ready{listener_, POLLIN, 0};
+    if (::poll(&ready, 1, 0) <= 0 || !(ready.revents & POLLIN)) return false;
+    return accept();
+}
+
+void GdbServer::nodelay() {
     // Replies are small and each waits for the next request: send them at once.
     const int yes = 1;
     ::setsockopt(client_, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-    return true;
 }
 
 std::string GdbServer::read() {
@@ -68,10 +79,10 @@ std::string GdbServer::read() {
     return std::string(buffer, static_cast<size_t>(n));
 }
 
-std::string GdbServer::poll() {
+std::string GdbServer::poll(int waitms) {
     if (client_ < 0) return {};
     pollfd ready{client_, POLLIN, 0};
-    if (::poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return {};
+    if (::poll(&ready, 1, waitms) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return {};
     return read();
 }
 

@@ -17,14 +17,19 @@ public:
     int port() const { return port_; }
     // Waits for a client; false when listening failed meanwhile.
     bool accept();
+    // Takes a client that is already waiting, without waiting for one.
+    bool acceptwaiting();
+    bool hasclient() const { return client_ >= 0; }
     // Waits for bytes from the client; empty once it has gone.
     std::string read();
-    // Whatever the client sent, without waiting; empty when nothing came.
-    std::string poll();
+    // Whatever the client sent within `waitms` milliseconds; empty when nothing came.
+    std::string poll(int waitms = 0);
     void write(const std::string& bytes);
     void closeclient();
 
 private:
+    void nodelay();
+
     int listener_ = -1, client_ = -1, port_ = 0;
 };
 

@@ -25,6 +25,8 @@ public:
     // Acts on bytes from the client. After `k` or `D` the session has ended and reads nothing.
     void receive(const char* bytes, size_t count);
     End end() const { return end_; }
+    // The client's breakpoints and watches go with it.
+    void release() { target_.release(); }
 
     // For the clock's yield during a run: takes the client's bytes, and a Ctrl-C among them
     // ends the run at the next step.

@@ -167,7 +167,7 @@ std::string GdbTarget::breakpoint(const std::string& request, bool set) {
         breakpoints_.erase(*address);
     std::vector<int32_t> words;
     for (const uint32_t byte : breakpoints_) words.push_back(static_cast<int32_t>(byte / 2));
-    setbreakpoints(m_, words);
+    setbreakpoints(m_, words, kBreakDebugger);
     return "OK";
 }
 
@@ -190,6 +190,14 @@ std::string GdbTarget::watchpoint(char type, const std::string& request, bool se
         if (kinds.empty()) watches_.erase(a);
     }
     return "OK";
+}
+
+void GdbTarget::release() {
+    breakpoints_.clear();
+    setbreakpoints(m_, {}, kBreakDebugger);
+    for (const auto& watched : watches_) setdatawatch(m_, watched.first, false, false);
+    watches_.clear();
+    m_.watchhit = -1;
 }
 
 std::optional<std::string> GdbTarget::watchstop() {

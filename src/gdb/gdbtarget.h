@@ -30,6 +30,9 @@ public:
     // The software and hardware breakpoints avr-gdb set, as byte addresses in program memory.
     const std::set<uint32_t>& breakpoints() const { return breakpoints_; }
 
+    // Takes back every breakpoint and watch the client set (it has gone); the user's stay.
+    void release();
+
     // The stop reply for a step or run that ended at a watched address ("T05watch:800100;"),
     // or nothing when none was reached; forgets the hit.
     std::optional<std::string> watchstop();

@@ -15,6 +15,11 @@ namespace w = windows;
 MenuItemDef command(const char* control, const char* caption) {
     return {control, caption, MenuItemKind::Command, "", 0, 0, ToolGuard::None};
 }
+MenuItemDef checkedcommand(const char* control, const char* caption) {
+    MenuItemDef item = command(control, caption);
+    item.checkable = true;
+    return item;
+}
 MenuItemDef onoff(const char* control, const char* caption, const char* setting) {
     return {control, caption, MenuItemKind::Switch, setting, 0, 0, ToolGuard::None};
 }
@@ -32,7 +37,7 @@ std::vector<MenuDef> buildmenus() {
                       command("menusave", "Save Memory")}});
     menus.push_back({"menu2", "&Simulation",
                      {command("menustart", "&1 Start"), command("menustep", "&2 Step"),
-                      command("menustop", "&3 Stop")}});
+                      command("menustop", "&3 Stop"), checkedcommand("menugdb", "&4 GDB Server")}});
     menus.push_back({"menu3", "&Rate", {rate(1), rate(2), rate(3), rate(4), rate(5), rate(6)}});
     menus.push_back({"menu4", "&Tools",
                      {
@@ -156,6 +161,7 @@ std::map<std::string, MenuItemState> menustates(const MenuContext& c) {
     states["menustart"].enabled = c.startenabled;
     states["menustop"].enabled = c.stopenabled;
     states["menustep"].enabled = c.stepenabled;
+    states["menugdb"].checked = c.gdblistening;
     // The two top-level step commands exist only while single-stepping.
     const bool statement = c.stepenabled && c.hassourcelines;
     states["menustep2"] = MenuItemState{c.menusenabled && c.stepenabled, false, c.stepenabled};

@@ -31,6 +31,7 @@ struct MenuItemDef {
     int window = 0;       // Tool: its window number; 0 for the Microcontroller View, whose window
                           // depends on the package
     ToolGuard guard = ToolGuard::None;
+    bool checkable = false;  // Command: shows a check mark while what it switches is on
 };
 
 // A top-level menu; a top-level command has no items.
@@ -53,6 +54,7 @@ struct MenuContext {
     bool startenabled = true, stopenabled = false, stepenabled = false;
     bool hassourcelines = false;
     int rate = 4;
+    bool gdblistening = false;
     std::map<std::string, bool> switches;  // by setting name
     std::map<std::string, bool> toolavailable;  // by control name; a tool without a window is greyed
 };

@@ -19,11 +19,17 @@ MainWindowModel::MainWindowModel(ShellServices services, std::string datadirecto
       tracking_(sim_.run(), options_),
       breakpoints_(sim_.machine()),
       special_(sim_.run(), services.input, services.messenger),
-      watch_(sim_.machine(), services.settings, services.input, (userdatafolder() / "watch.dat").string()) {
+      watch_(sim_.machine(), services.settings, services.input, (userdatafolder() / "watch.dat").string()),
+      gdb_(sim_.run(), services.clock, services.messenger, services.settings, services.input) {
     sim_.run().ekran = [this] { notify(ekran); };
     sim_.run().commandschanged = [this] { notify(menuschanged); };
     optioncommands_.registerorderchanged = [this] { notify(ekran); };
     optioncommands_.clockchanged = [this] { notify(identitychanged); };
+    gdb_.changed = [this] {
+        notify(ekran);
+        notify(menuschanged);
+    };
+    gdb_.startprogram = [this] { command("menustart"); };
 }
 
 ProgramCommandHost MainWindowModel::programhost() {
@@ -67,7 +73,7 @@ std::string MainWindowModel::helptext() {
 bool MainWindowModel::builtin(const std::string& control) const {
     static const char* const kBuiltin[] = {
         "menuclear", "menuload", "menusave", "menustart", "menustep", "menustop", "menustep2", "menustep3",
-        "menuselect", "menuclock", "menuresetstatistics", "menuunprogrammed", "menuabout", "menuhelp"};
+        "menugdb",         "menuselect", "menuclock", "menuresetstatistics", "menuunprogrammed", "menuabout", "menuhelp"};
     for (const char* name : kBuiltin)
         if (control == name) return true;
     if (ischangecommand(control)) return true;
@@ -88,6 +94,7 @@ std::map<std::string, MenuItemState> MainWindowModel::menustates() const {
     context.stepenabled = r.stepenabled();
     context.hassourcelines = r.hassourcelines;
     context.rate = r.simulationrate();
+    context.gdblistening = gdb_.listening();
     context.switches = options_.switches;
     const int view = packagewindow(machine().pincount, options_.on(settingnames::kCompactView));
     for (const MenuDef& menu : mainmenus())
@@ -119,6 +126,8 @@ void MainWindowModel::command(const std::string& control) {
         r.menustep();
     } else if (control == "menustop") {
         r.menustop();
+    } else if (control == "menugdb") {
+        gdb_.toggle();
     } else if (control == "menustep3") {
         tracking_.runtonext();
     } else if (item && item->kind == MenuItemKind::Rate) {

@@ -17,6 +17,7 @@
 #include "shell/mainwindowfields.h"
 #include "shell/mainwindowmenus.h"
 #include "shell/basictracking.h"
+#include "shell/gdblink.h"
 #include "shell/modelselection.h"
 #include "shell/optioncommands.h"
 #include "shell/pausedediting.h"
@@ -59,6 +60,8 @@ public:
     BreakpointList& breakpoints() { return breakpoints_; }
     SpecialBreakpoints& specialbreakpoints() { return special_; }
     WatchVariables& watch() { return watch_; }
+    // avr-gdb's stub; the window's timer calls its tick() while it listens.
+    GdbLink& gdb() { return gdb_; }
     // F1 (with Shift: Step By Step), F2 and F3 of a debugging window while a program runs.
     void debugkey(int functionkey, bool shift);
     SettingsAccess& settings() { return services_.settings; }
@@ -137,6 +140,7 @@ private:
     BreakpointList breakpoints_;
     SpecialBreakpoints special_;
     WatchVariables watch_;
+    GdbLink gdb_;
     bool menusenabled_ = true;
 };
 

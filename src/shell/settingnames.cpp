@@ -75,6 +75,7 @@ void mainwindow(TableBuilder& t) {
     t.add(kMessageDuration, "4");
     t.add(kColorTheme, "Original Lite");
     t.add(kColorThemeBorder, "1");
+    t.add(kGdbPort, "1234");
 }
 
 void windows(TableBuilder& t) {

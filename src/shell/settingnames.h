@@ -49,6 +49,7 @@ inline constexpr char kAlternativeSfrList2[] = "Alternative SFR List2";
 inline constexpr char kMessageDuration[] = "Message Duration";
 inline constexpr char kColorTheme[] = "Color Theme";
 inline constexpr char kColorThemeBorder[] = "Color Theme Border";
+inline constexpr char kGdbPort[] = "GDB Port";
 
 // Window geometry and Always On Top, by window number.
 inline constexpr char kWindowLeft[] = "Window# Left";

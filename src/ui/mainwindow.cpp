@@ -44,6 +44,7 @@ MainWindow::MainWindow(MainWindowModel& model, QWidget* parent) : QMainWindow(pa
     setCentralWidget(buildbody());
     connectmodel();
     connect(&ultimatetimer_, &QTimer::timeout, this, [this] { model_.run().ultimatetick(); });
+    connect(&gdbtimer_, &QTimer::timeout, this, [this] { model_.gdb().tick(); });
     applytheme(theme_);
     model_.registry().setopen(windows::kMain, true);
     flush();
@@ -195,7 +196,7 @@ void MainWindow::buildmenus() {
         for (const MenuItemDef& item : menu.items) {
             QAction* action = qmenu->addAction(qtext(item.caption));
             action->setObjectName(qtext(item.control));
-            action->setCheckable(item.kind == MenuItemKind::Switch || item.kind == MenuItemKind::Rate);
+            action->setCheckable(item.kind == MenuItemKind::Switch || item.kind == MenuItemKind::Rate || item.checkable);
             connect(action, &QAction::triggered, this, [this, control = item.control] { runcommand(control); });
             actions_[item.control] = action;
         }
@@ -246,6 +247,12 @@ void MainWindow::applymenustates() {
         if (a->isCheckable()) a->setChecked(state.checked);
     }
     if (QAction* about = action("menuabout")) about->setText(qtext(model_.aboutcaption));
+    if (model_.gdb().listening() != gdbtimer_.isActive()) {
+        if (model_.gdb().listening())
+            gdbtimer_.start(20);
+        else
+            gdbtimer_.stop();
+    }
 }
 
 void MainWindow::showidentity() {

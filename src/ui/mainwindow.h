@@ -77,6 +77,7 @@ private:
     QScrollBar* sramscroll_ = nullptr;
     PcLamps* pclamps_ = nullptr;
     QTimer ultimatetimer_;
+    QTimer gdbtimer_;  // runs while the GDB stub listens
     Theme theme_ = defaulttheme();
     std::vector<QPointer<QWidget>> toolwindows_;
     bool flushpending_ = false;

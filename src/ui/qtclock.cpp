@@ -13,6 +13,6 @@ double QtClock::now() {
 
 void QtClock::nap() { QThread::msleep(5); }
 
-void QtClock::yield() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+void QtClock::yieldevents() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
 
 }  // namespace velmora

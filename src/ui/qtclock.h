@@ -9,7 +9,9 @@ class QtClock : public Clock {
 public:
     double now() override;  // seconds since midnight
     void nap() override;
-    void yield() override;
+
+protected:
+    void yieldevents() override;
 };
 
 }  // namespace velmora

@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include "gdb/rsp.h"
+#include "support/loopbackclient.h"
 #include "uifixture.h"
 
 namespace velmora::test {
@@ -142,6 +144,36 @@ private slots:
         ui.trigger("menustart");
         QVERIFY(!ui.m().simulationrunning);
         QVERIFY(!ui.window().isVisible());
+    }
+
+    // The stub from the Simulation menu: the window's timer serves the client, and the run
+    // fields follow gdb's step.
+    void gdbServerFromTheSimulationMenu() {
+        UiSession ui("gdb");
+        QVERIFY(ui.session.start());
+        ui.session.loadprogram(hellohex());
+        const int port = freeport();
+        ui.input.answers = {std::to_string(port)};
+        ui.trigger("menugdb");
+        QVERIFY(ui.window().action("menugdb")->isChecked());
+        LoopbackClient client(port);
+        QVERIFY(client.connected());
+        std::string replies;
+        const auto ask = [&](const std::string& packet) {
+            client.send(rspframe(packet));
+            replies.clear();
+            for (int i = 0; i < 50 && replies.size() < 2; ++i) {
+                QTest::qWait(20);
+                replies += client.receive(0);
+            }
+            return replies;
+        };
+        QCOMPARE(ask("?"), "+" + rspframe("S05"));
+        QCOMPARE(ask("s"), "+" + rspframe("S05"));
+        ui.settle();
+        QCOMPARE(text(ui, "qbrojinst"), QString("1"));
+        ui.trigger("menugdb");
+        QVERIFY(!ui.window().action("menugdb")->isChecked());
     }
 };
 
