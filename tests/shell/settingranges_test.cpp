@@ -12,6 +12,7 @@
 #include "core/memorysettings.h"
 #include "core/peripheraltimes.h"
 #include "shell/assemblerwindow.h"
+#include "shell/gdblink.h"
 #include "shell/messagepolicy.h"
 #include "shell/settingnames.h"
 #include "shell/shelloptions.h"
@@ -68,6 +69,7 @@ const NumericSetting kSettings[] = {
     {"Message Duration", 1, 3600, 4, messageseconds},
     {"Simulation Rate", 1, 6, 4, rate},
     {"Ultimate Timer", 1, 2000, 500, ultimatetimer},
+    {"GDB Port", 1, 65535, 1234, [](SettingsAccess& s) -> int64_t { return gdbport(s); }},
     {"Unprogrammed Bit Value", 0, 1, 1, unprogrammedbit},
     {"EEPROM Write Time", 50, 20000, 3400, peripheraltime<&Machine::eepromwritetime>},
     {"A/D Conversion Time", 10, 1000, 25, peripheraltime<&Machine::adconversiontime>},
