@@ -180,3 +180,80 @@ private:
 };
 
 }  // namespace velmora::test
+
+#include "support/sectiontable.h"
+
+namespace velmora::test {
+
+// The rows of a section of data/statements.txt (its head says how each kind reads).
+inline std::vector<TableRow> statementrows(const std::string& section) {
+    return tablerows("statements.txt", section);
+}
+
+// A declarations cell: "$NAME" stands for that row of [Declarations].
+inline std::string declarations(const std::string& cell) {
+    if (!cell.starts_with("$")) return cell;
+    for (const TableRow& row : statementrows("Declarations"))
+        if (row[0] == cell.substr(1)) return row[1];
+    ADD_FAILURE() << "no declarations " << cell;
+    return "";
+}
+
+inline void expectcoderows(const std::string& section) {
+    for (const TableRow& row : statementrows(section)) {
+        const BasicCompileResult result = compilebasic(declarations(row[1]) + row[2] + "\r\n", row[0]);
+        EXPECT_TRUE(result.ok) << row.where << ": " << result.error;
+        EXPECT_EQ(rowcode(result, row[2]), row[3]) << row.where;
+    }
+}
+
+inline void expectroutinerows(const std::string& section) {
+    for (const TableRow& row : statementrows(section)) {
+        const size_t colon = row[0].find(':');
+        BasicModel model = basicmodel(row[0].substr(0, colon));
+        if (colon != std::string::npos) model.adcclass = std::stoi(row[0].substr(colon + 1));
+        const BasicCompileResult result = basiccompile(row[1] + "\r\n", model, CompileOptions{});
+        EXPECT_TRUE(result.ok) << row.where << ": " << result.error;
+        EXPECT_EQ(routine(result, row[2]), row[3]) << row.where;
+    }
+}
+
+inline void expectmessagerows(const std::string& section) {
+    for (const TableRow& row : statementrows(section)) {
+        const BasicCompileResult result = compilebasic(declarations(row[1]) + row[2], row[0]);
+        EXPECT_EQ(result.ok, row[3].empty()) << row.where << " gave " << result.error;
+        EXPECT_TRUE(result.error.ends_with(row[3])) << row.where << " gave " << result.error;
+        EXPECT_EQ(result.asmtext.empty(), !result.ok) << row.where;
+    }
+}
+
+inline void expectsentrows(const std::string& section) {
+    for (const TableRow& row : statementrows(section))
+        EXPECT_EQ(BasicRun(declarations(row[0]) + row[1] + "\r\nEnd", "ATmega32", 5000000).sent, row[2]) << row.where;
+}
+
+// The address of a declared variable, from its equate line.
+inline int equaddress(const std::string& asmtext, const std::string& name) {
+    const std::string key = ".EQU    " + name + " = 0x";
+    const size_t at = asmtext.find(key);
+    EXPECT_NE(at, std::string::npos) << name;
+    return at == std::string::npos ? 0 : std::stoi(asmtext.substr(at + key.size()), nullptr, 16);
+}
+
+// The value of `name` after running the program on the ATmega32.
+inline uint32_t runvalue(const std::string& source, const std::string& name) {
+    const BasicCompileResult compiled = compilebasic(source);
+    EXPECT_TRUE(compiled.ok) << compiled.error;
+    const BasicRun run(source, "ATmega32");
+    const auto among = [&name](const char* letters) { return std::string(letters).find(name[0]) != std::string::npos; };
+    const int bytes = among("vwp") ? 2 : among("lm") ? 4 : 1;
+    return run.value(equaddress(compiled.asmtext, name), bytes);
+}
+
+inline void expectvaluerows(const std::string& section) {
+    for (const TableRow& row : statementrows(section))
+        EXPECT_EQ(runvalue(declarations(row[0]) + row[1] + "\r\nEnd", row[2]), static_cast<uint32_t>(row.number(3)))
+            << row.where;
+}
+
+}  // namespace velmora::test

@@ -1,6 +1,12 @@
 // Tests, loops and branches: the code of each comparison, every message, and programs that
-// count their way through loops and branches on the simulator (counter R24:R25, marks in R20).
+// count their way through loops and branches on the simulator (counter R24:R25, marks in R20);
+// relative jumps that cannot reach become absolute on parts above 4096 flash words.
+//
+// Proc, Function, Call and interrupt routines: every message from a short program, the code of
+// calls and bodies, and what each interrupt routine saves, worked out by hand from the
+// registers its body's instructions name.
 
+#include "basic/relaxjumps.h"
 #include "basicfixture.h"
 
 namespace velmora::test {
@@ -21,111 +27,152 @@ std::string testcode(const std::string& declarations, const std::string& test) {
 }
 
 TEST(BasicControlFlow, ComparisonsSkipTheJumpWhenTheyHold) {
-    // a R31, b R30, w R28:R29, v R26:R27, l 0x60, f R25 bit 0, g R25 bit 1
-    const std::string d = "Dim a As Byte\r\nDim b As Byte\r\nDim w As Word\r\nDim v As Word\r\nDim l As Long\r\n"
-                          "Dim f As Bit\r\nDim g As Bit\r\n";
-    const std::pair<const char*, const char*> cases[] = {
-        {"a = b", "MOV R16,R31|MOV R17,R30|CPSE R16,R17"},
-        {"a <> 5", "MOV R16,R31|LDI R17,0x05|CP R16,R17|IN R18,SREG|SBRC R18,SREG_Z"},
-        {"a >= b", "MOV R16,R31|MOV R17,R30|CP R16,R17|IN R18,SREG|SBRC R18,SREG_C"},
-        {"a < b", "MOV R16,R31|MOV R17,R30|CP R16,R17|IN R18,SREG|SBRS R18,SREG_C"},
-        {"a <= b", "MOV R16,R31|MOV R17,R30|CP R17,R16|IN R18,SREG|SBRC R18,SREG_C"},
-        {"a > b", "MOV R16,R31|MOV R17,R30|CP R17,R16|IN R18,SREG|SBRS R18,SREG_C"},
-        {"w = v", "MOV R16,R28|MOV R17,R29|MOV R18,R26|MOV R19,R27|CP R16,R18|CPC R17,R19|IN R20,SREG|SBRS R20,SREG_Z"},
-        {"w > a", "MOV R16,R28|MOV R17,R29|MOV R18,R31|MOV R19,R15|CP R18,R16|CPC R19,R17|IN R20,SREG|SBRS R20,SREG_C"},
-        {"l <= 300",
-         "LDS R16,0x60|LDS R17,0x61|LDS R18,0x62|LDS R19,0x63|LDI R20,0x2C|LDI R21,0x01|LDI R22,0x00|LDI R23,0x00|"
-         "CP R20,R16|CPC R21,R17|CPC R22,R18|CPC R23,R19|IN R24,SREG|SBRC R24,SREG_C"},
-        {"f = 1", "SBRS R25,0"},
-        {"f <> 1", "SBRC R25,0"},
-        {"0 = f", "SBRC R25,0"},
-        {"f = g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRC R17,0"},
-        {"f <> g", "CLR R17|SBRC R25,0|INC R17|SBRC R25,1|DEC R17|SBRS R17,0"},
-    };
-    for (const auto& [test, expected] : cases) EXPECT_EQ(testcode(d, test), expected) << test;
+    for (const TableRow& row : statementrows("Control flow: comparisons"))
+        EXPECT_EQ(testcode(declarations("$comparisons"), row[0]), row[1]) << row.where;
 }
 
-TEST(BasicControlFlow, EachMisuseStopsWithItsMessage) {
-    const std::string d = "Dim a As Byte\r\nDim f As Bit\r\nDim w As Word\r\nDim l As Long\r\n";
-    const std::pair<std::string, std::string> cases[] = {
-        {"If a Then", "Error in line 5: Argument must be a Bit variable."},
-        {"While a == 1", "Error in line 5: Invalid test expression."},
-        {"If a = 1 = 2 Then", "Error in line 5: Invalid test expression."},
-        {"If 1 = 2 Then", "Error in line 5: There has to be at least one variable in the test expression."},
-        {"If f > 0 Then", "Error in line 5: Operand not allowed for Bit variables."},
-        {"If f = 2 Then", "Error in line 5: Argument '2' is not a valid Bit type constant."},
-        {"Wend", "Error in line 5: Wend without While."},
-        {"Else", "Error in line 5: Else without If."},
-        {"If f Then\r\nElse\r\nElse", "Error in line 7: Duplicate Else."},
-        {"Endif", "Error in line 5: Endif without If."},
-        {"Case 1", "Error in line 5: Case without Select Case."},
-        {"Case Else", "Error in line 5: Case Else without Select Case."},
-        {"EndSelect", "Error in line 5: EndSelect without Select Case."},
-        {"Select Case a\r\nCase Else", "Error in line 6: Else without If."},  // no Case before it
-        {"Select Case a\r\nCase 1\r\nCase Else\r\nCase 2", "Error in line 8: Duplicate Else."},
-        {"For f = 1 To 2", "Error in line 5: The running variable in For statement must be Byte, Word or Long data type."},
-        {"For a = 1 To 256", "Error in line 5: Incorrect To argument in For statement."},
-        {"For a = w To 2", "Error in line 5: Incorrect From argument in For statement."},
-        {"For w = l To 2", "Error in line 5: Incorrect From argument in For statement."},
-        {"For a = 1 To 2 Step w", "Error in line 5: Incorrect Step argument in For statement."},
-        {"Next a", "Error in line 5: Next without For."},
-        {"For a = 1 To 2\r\nNext w", "Error in line 6: Incorrect argument."},
-        {"While f", "Error in line 6: Wend is missing."},
-        {"For a = 1 To 2\r\nIf f Then", "Error in line 7: Next is missing."},
-        {"If f Then", "Error in line 6: Endif is missing."},
-        {"If a = 1 Then For a = 1 To 2", "Error in line 5: Invalid statement in IF THEN line."},
-    };
-    for (const auto& [rows, expected] : cases) EXPECT_EQ(compilebasic(d + rows).error, expected) << rows;
-}
-
-// Counts body runs in R24:R25 and leaves a mark in R20; ASM rows name the registers so that
-// no variable is placed there. Long code works in R20..R24 too: -1 leaves a figure unchecked.
-const char* const kCounter = "ASM: CLR R20\r\nASM: CLR R24\r\nASM: CLR R25\r\n";
-const char* const kCount = "ASM: ADIW R24,1\r\n";
-
-struct Case {
-    std::string source;
-    int count, mark;
-};
+TEST(BasicControlFlow, EachMisuseStopsWithItsMessage) { expectmessagerows("Control flow: messages"); }
 
 TEST(BasicControlFlow, ProgramsRunTheirBranchesAndLoops) {
-    const std::string c = kCounter, n = kCount;
-    const Case cases[] = {
-        {"Dim i As Byte\r\n" + c + "For i = 0 To 255\r\n" + n + "Next i\r\nEnd", 256, 0},
-        {"Dim i As Byte\r\n" + c + "For i = 5 To 1\r\n" + n + "Next i\r\nEnd", 0, 0},
-        {"Dim i As Byte\r\n" + c + "For i = 10 To 0 Step -2\r\n" + n + "Next i\r\nEnd", 6, 0},
-        {"Dim i As Byte\r\nDim s As Byte\r\n" + c + "s = 3\r\nFor i = 1 To 10 Step s\r\n" + n + "Next i\r\nEnd", 4, 0},
-        {"Dim w As Word\r\n" + c + "For w = 0 To 1000 Step 100\r\n" + n + "Next w\r\nEnd", 11, 0},
-        {"Dim w As Word\r\n" + c + "For w = 65530 To 65535\r\n" + n + "Next w\r\nEnd", 6, 0},
-        {"Dim w As Word\r\n" + c + "For w = 300 To 250 Step -25\r\n" + n + "Next w\r\nEnd", 3, 0},
-        {"Dim l As Long\r\n" + c + "For l = 69998 To 70002\r\n" + n + "Next l\r\nEnd", 5, -1},
-        {"Dim a As Byte @ 0x100\r\n" + c + "a = 0\r\nWhile a < 10\r\n" + n +
-             "ASM: LDS R16,0x100\r\nASM: INC R16\r\nASM: STS 0x100,R16\r\nWend\r\nEnd", 10, 0},
-        {"Dim f As Bit\r\n" + c + "f = 1\r\nWhile f\r\n" + n + "f = 0\r\nWend\r\nWhile Not f\r\n" + n +
-             "f = 1\r\nWend\r\nEnd", 2, 0},
-        {"Dim a As Byte\r\nDim b As Byte\r\n" + c + "a = 3\r\nb = 7\r\nWhile a = 1 Or b = 7 Or a = 2\r\n" + n +
-             "b = 0\r\nWend\r\nEnd", 1, 0},
-        {"Dim w As Word\r\n" + c + "w = 1000\r\nIf w > 999 And w < 1001 Then\r\nASM: LDI R20,1\r\nElse\r\n"
-                                   "ASM: LDI R20,2\r\nEndif\r\nEnd", 0, 1},
-        {"Dim l As Long\r\n" + c + "l = 70000\r\nIf l <> 70000 Then Goto no Else Goto yes\r\nEnd\r\n"
-                                   "no: ASM: LDI R20,1\r\nEnd\r\nyes: ASM: LDI R20,2\r\nEnd", -1, 2},
-        {"Dim x As Byte\r\n" + c + "x = 4\r\nSelect Case x\r\nCase 1, 2\r\nASM: LDI R20,1\r\nCase < 5\r\n"
-                                   "ASM: LDI R20,2\r\nCase Else\r\nASM: LDI R20,3\r\nEndSelect\r\nEnd", 0, 2},
-        {"Dim x As Byte\r\n" + c + "x = 9\r\nSelect Case x\r\nCase 1, 2\r\nASM: LDI R20,1\r\nCase < 5\r\n"
-                                   "ASM: LDI R20,2\r\nCase Else\r\nASM: LDI R20,3\r\nEndSelect\r\nEnd", 0, 3},
-        {"Dim f As Bit\r\n" + c + "f = 0\r\nIf f = 0 Then Goto zero\r\nEnd\r\nzero: ASM: LDI R20,5\r\nEnd", 0, 5},
-    };
-    for (const Case& k : cases) {
-        SCOPED_TRACE(k.source);
-        const BasicRun run(k.source, "ATmega32");
-        if (k.count >= 0) {
-            EXPECT_EQ(run.value(24, 2), static_cast<uint32_t>(k.count));
+    for (const TableRow& row : statementrows("Control flow: programs")) {
+        const BasicRun run(row[0], "ATmega32");
+        if (row.number(1) >= 0) { EXPECT_EQ(run.value(24, 2), static_cast<uint32_t>(row.number(1))) << row.where; }
+        if (row.number(2) >= 0) { EXPECT_EQ(run.at(20), row.number(2)) << row.where; }
+    }
+}
+
+TEST(BasicRelaxJumps, ReachCountsWrapAroundTheEndOfFlash) {
+    for (const TableRow& row : statementrows("Relax jumps: reach"))
+        EXPECT_EQ(jumpreaches(row.number(0), row.number(1), row.number(2)), row.flag(3)) << row.where;
+}
+
+// A Goto over `words` NOPs, from the start to a label behind them.
+std::string gotoover(int words) {
+    std::string source = "Goto far\r\n";
+    for (int i = 0; i < words; ++i) source += "ASM: NOP\r\n";
+    return source + "far: Halt\r\n";
+}
+
+TEST(BasicRelaxJumps, AFarGotoBecomesJmpOnlyWhereNothingElseReaches) {
+    for (const TableRow& row : statementrows("Relax jumps: far Goto")) {
+        const BasicCompileResult result = compilebasic(gotoover(row.number(1)), row[0]);
+        ASSERT_TRUE(result.ok) << row.where << ": " << result.error;
+        const std::vector<std::string> lines = asmlines(result.asmtext);
+        EXPECT_NE(std::find(lines.begin(), lines.end(), row[2]), lines.end()) << row.where;
+        EXPECT_EQ(assemblegenerated(result.asmtext, row[0]).asmerrors, 0) << row.where;
+    }
+}
+
+TEST(BasicRelaxJumps, AWidenedJumpPushesTheNextOneOutOfReach) {
+    // The first Goto reaches its label 2047 words ahead until the second, which lies between
+    // them, grows.
+    std::string source = "Goto far\r\nGoto far2\r\n";
+    for (int i = 0; i < 2046; ++i) source += "ASM: NOP\r\n";
+    source += "far: Halt\r\n";
+    for (int i = 0; i < 10; ++i) source += "ASM: NOP\r\n";
+    source += "far2: Halt\r\n";
+    const BasicCompileResult result = compilebasic(source);
+    ASSERT_TRUE(result.ok) << result.error;
+    const std::vector<std::string> lines = asmlines(result.asmtext);
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "\tJMP L0001"), lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "\tJMP L0002"), lines.end());
+    EXPECT_EQ(assemblegenerated(result.asmtext, "ATmega32").asmerrors, 0);
+}
+
+TEST(BasicProcedures, EachProgramStopsWithItsMessage) { expectmessagerows("Procedures: messages"); }
+
+// The digits of the address the listing's ".EQU name = 0x.." gives a variable.
+std::string equdigits(const BasicCompileResult& result, const std::string& name) {
+    const std::string equ = ".EQU    " + name + " = 0x";
+    const size_t at = result.asmtext.find(equ);
+    return at == std::string::npos ? "" : result.asmtext.substr(at + equ.size(), result.asmtext.find('\r', at) - at - equ.size());
+}
+
+// "{name}" in `code` stands for the register of that variable and "{name+1}" for the one
+// above: the test does not depend on where the allocator put them.
+std::string withregisters(const BasicCompileResult& result, std::string code) {
+    for (size_t open; (open = code.find('{')) != std::string::npos;) {
+        const size_t close = code.find('}', open);
+        std::string name = code.substr(open + 1, close - open - 1);
+        const bool high = name.ends_with("+1");
+        if (high) name.resize(name.size() - 2);
+        const std::string digits = equdigits(result, name);
+        if (digits.empty()) return "no .EQU for " + name;
+        code.replace(open, close - open + 1, "R" + std::to_string(std::stoi(digits, nullptr, 16) + (high ? 1 : 0)));
+    }
+    return code;
+}
+
+TEST(BasicProcedures, CallsAssignEachArgumentThenCall) {
+    const std::string program =
+        "Dim arr(4) As Byte\r\nDim g As Byte\r\n"
+        "Call a(1, 300)\r\nCall a(7)\r\ng = f(3)\r\nCall f(4)\r\nEnd\r\n"
+        "Proc a(x As Byte, y As Word)\r\nx.0 = 1\r\narr(x) = g\r\nIf y.15 = 1 Then Exit\r\nEnd Proc\r\n"
+        "Function f(x As Byte) As Word\r\nf = x\r\nEnd Function";
+    const BasicCompileResult result = compilebasic(program);
+    ASSERT_TRUE(result.ok) << result.error;
+    for (const TableRow& row : statementrows("Procedures: calls"))
+        EXPECT_EQ(rowcode(result, row[0]), withregisters(result, row[1])) << row.where;
+    EXPECT_NE(rowcode(result, "arr(x) = g").find("LDS R14,0x" + equdigits(result, "p_r_o_c_1_1")), std::string::npos)
+        << "the index is the argument";
+    EXPECT_EQ(assemblegenerated(result.asmtext, "ATmega32").asmerrors, 0);
+}
+
+std::string saveprogram(const std::string& body) {
+    return "Dim a As Byte\r\nDim b As Byte\r\nDim w As Word\r\na = a * b\r\nEnable\r\nEnd\r\n"
+           "On Interrupt INT0\r\n" + body + "\r\nResume\r\nsub: Return";
+}
+
+// The registers the routine's entry saves, read from its lines after the label.
+std::string savedregisters(const BasicCompileResult& result, bool sram) {
+    const std::vector<std::string> lines = asmlines(result.asmtext);
+    std::string saved;
+    bool entry = false;
+    for (const std::string& line : lines) {
+        if (line == "; 7: On Interrupt INT0") {
+            entry = true;
+            continue;
         }
-        if (k.mark >= 0) {
-            EXPECT_EQ(run.at(20), k.mark);
+        if (!entry) continue;
+        if (line.starts_with(";")) break;
+        const std::string prefix = sram ? "\tPUSH R" : "\tMOV r";
+        if (!line.starts_with(prefix)) continue;
+        const std::string number = line.substr(prefix.size(), line.find_first_not_of("0123456789", prefix.size()) - prefix.size());
+        if (number == "16") continue;
+        saved += (saved.empty() ? "" : " ") + number;
+    }
+    return saved;
+}
+
+TEST(BasicInterruptRoutines, SaveTheRegistersTheirBodiesName) {
+    for (const char* model : {"ATmega32", "ATtiny12"}) {
+        const bool sram = std::string(model) == "ATmega32";
+        for (const TableRow& row : statementrows("Interrupt routines: saved")) {
+            SCOPED_TRACE(std::string(model) + ": " + row.where);
+            const BasicCompileResult result = compilebasic(saveprogram(row[0]), model);
+            ASSERT_TRUE(result.ok) << result.error;
+            EXPECT_EQ(savedregisters(result, sram), row[1]);
+            EXPECT_EQ(assemblegenerated(result.asmtext, model).asmerrors, 0);
         }
     }
 }
+
+// Every entry and the common exit agree: what any routine names is saved by all of them.
+TEST(BasicInterruptRoutines, EntriesAndTheExitShareOneSet) {
+    const BasicCompileResult result = compilebasic(
+        "Dim w As Word\r\nEnd\r\nOn Interrupt INT1\r\nw = w + w\r\nResume\r\nOn Interrupt INT0\r\nResume");
+    ASSERT_TRUE(result.ok) << result.error;
+    const std::string text = result.asmtext;
+    const std::string push = "PUSH R16\r\n\tIN R16,SREG\r\n\tPUSH R16\r\n\tPUSH R17\r\n\tPUSH R18\r\n\tPUSH R19\r\n";
+    // Labels: L0001 the start, then one per used vector in table order, then the exit.
+    EXPECT_NE(text.find("L0002:\r\n\t" + push), std::string::npos);  // INT0
+    EXPECT_NE(text.find("L0003:\r\n\t" + push), std::string::npos);  // INT1
+    EXPECT_NE(text.find("L0004:\r\n\tPOP R19\r\n\tPOP R18\r\n\tPOP R17\r\n\tPOP R16\r\n\tOUT SREG,R16\r\n\tPOP R16\r\n\tRETI"),
+              std::string::npos);
+    EXPECT_NE(text.find(".ORG    0x000002\r\n\tRJMP L0002\r\n.ORG    0x000004\r\n\tRJMP L0003"), std::string::npos);
+}
+
+TEST(BasicInterruptRoutines, EnableAndDisableByName) { expectcoderows("Interrupt routines: code"); }
 
 }  // namespace
 }  // namespace velmora::test

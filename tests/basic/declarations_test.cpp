@@ -1,6 +1,10 @@
 // Where variables land: registers the generated code leaves free (highest first), then SRAM,
-// read back from the comment and equate lines a declaration writes.
+// read back from the comment and equate lines a declaration writes; the Define parameters:
+// ranges by kind and defaults by the model's ports; and every message the frame, the
+// declarations and the dispatcher give, each from a short program: the first error ends the
+// compile with "Error in line N: ...".
 
+#include "basic/defines.h"
 #include "basicfixture.h"
 
 namespace velmora::test {
@@ -17,49 +21,12 @@ std::string declarationlines(const BasicCompileResult& result) {
     return lines;
 }
 
-// ASM rows that name every register from R14 up, so only R0..R13 stay free.
-std::string namingr14up() {
-    std::string rows;
-    for (int r = 14; r < 32; ++r) rows += "ASM: CLR R" + std::to_string(r) + "\r\n";
-    return rows;
-}
-
-struct Case {
-    const char* model;
-    std::string source;
-    const char* expected;
-};
-
 TEST(BasicDeclarations, VariablesLandWhereTheAllocationRulePutsThem) {
-    const Case cases[] = {
-        {"ATmega32", "Dim a As Byte\r\nDim b As Byte",
-         "The address of 'a' is 0x1F|.EQU    a = 0x1F|The address of 'b' is 0x1E|.EQU    b = 0x1E"},
-        {"ATmega32", "Dim w As Word", "The address of 'w' is 0x1E|.EQU    w = 0x1E"},
-        {"ATmega32", "Dim a As Byte\r\nDim w As Word",  // the highest free pair is R29:R30
-         "The address of 'a' is 0x1F|.EQU    a = 0x1F|The address of 'w' is 0x1D|.EQU    w = 0x1D"},
-        {"ATmega32", "Dim l As Long", "The address of 'l' is 0x60|.EQU    l = 0x60"},
-        {"ATmega32", "Dim a(10) As Byte\r\nDim w(3) As Word\r\nDim b As Byte",
-         "The address of 'a' is 0x60|.EQU    a = 0x60|The address of 'w' is 0x6A|.EQU    w = 0x6A|"
-         "The address of 'b' is 0x1F|.EQU    b = 0x1F"},
-        {"ATmega32", namingr14up() + "Dim a As Byte\r\nDim b As Byte\r\nDim w As Word",
-         "The address of 'a' is 0xD|.EQU    a = 0xD|The address of 'b' is 0xC|.EQU    b = 0xC|"
-         "The address of 'w' is 0xA|.EQU    w = 0xA"},
-        {"ATmega32", "Dim x As Word @ 0x100\r\nReserve 0x60\r\nDim l As Long",
-         "The address of 'x' is 0x100|.EQU    x = 0x100|Reserved SRAM location: 0x60|"
-         "The address of 'l' is 0x61|.EQU    l = 0x61"},
-        {"ATmega32", "Symbol led = PORTB.0\r\nSymbol p = PB\r\nConst c = 0x10",
-         "The address of 'led' is 0x38,0|The address of 'p' is 0x38|.EQU p = 0x38|The value of 'c' is 16"},
-        {"ATmega128", "Dim a(4000) As Byte\r\nDim l As Long",  // SRAM begins behind extended I/O
-         "The address of 'a' is 0x100|.EQU    a = 0x100|The address of 'l' is 0x10A0|.EQU    l = 0x10A0"},
-        {"ATtiny12", "Dim a As Byte\r\nDim w As Word", "The address of 'a' is 0x1F|.EQU    a = 0x1F|"
-                                                        "The address of 'w' is 0x1D|.EQU    w = 0x1D"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.source);
-        const BasicCompileResult result = compilebasic(c.source, c.model);
-        ASSERT_TRUE(result.ok) << result.error;
-        EXPECT_EQ(declarationlines(result), c.expected);
-        EXPECT_EQ(assemblegenerated(result.asmtext, c.model).asmerrors, 0);
+    for (const TableRow& row : statementrows("Declarations: places")) {
+        const BasicCompileResult result = compilebasic(row[1], row[0]);
+        ASSERT_TRUE(result.ok) << row.where << ": " << result.error;
+        EXPECT_EQ(declarationlines(result), row[2]) << row.where;
+        EXPECT_EQ(assemblegenerated(result.asmtext, row[0]).asmerrors, 0) << row.where;
     }
 }
 
@@ -85,6 +52,51 @@ TEST(BasicDeclarations, MemoryUsageMarksCodeRegistersAndVariables) {
     EXPECT_EQ(use[0x3F], kMemSpecial);  // SREG
     for (int a = 0x60; a < 0x64; ++a) EXPECT_EQ(use[static_cast<size_t>(a)], kMemVariable) << a;
     EXPECT_EQ(use[0x64], kMemAvailable);
+}
+
+TEST(BasicDefines, EachParameterChecksItsRange) { expectmessagerows("Defines: messages"); }
+
+TEST(BasicDefines, DefaultsFollowTheModelsPorts) {
+    CompileContext ctx;
+    ctx.model = &basicmodel("ATmega32");
+    definedefaults(ctx);
+    const std::pair<const char*, int> cases[] = {
+        {"LCD_DREG", 0x38}, {"GLCD_RSREG", 0x35}, {"LCD_EBIT", 2}, {"LCD_COMMANDUS", 5000},
+        {"STEP_D_BIT", 3},  {"ADC_CLOCK", 3},     {"LCD_RWREG", 0}, {"SEROUT_DELAYUS", 1000},
+    };
+    for (const auto& [name, value] : cases) EXPECT_EQ(defineparameter(ctx, name), value) << name;
+    ctx.model = &basicmodel("ATtiny13");  // no PORTC
+    definedefaults(ctx);
+    EXPECT_EQ(defineparameter(ctx, "GLCD_RSREG"), 0);
+}
+
+TEST(BasicDefines, ClockFrequencySetsTheClock) {
+    EXPECT_EQ(compilebasic("Define CLOCK_FREQUENCY = 8").definedclock, 8);
+    EXPECT_EQ(compilebasic("' no clock").definedclock, 0);
+}
+
+TEST(BasicMessages, EachProgramStopsWithItsMessage) { expectmessagerows("Messages"); }
+
+TEST(BasicMessages, ErrorLineIsTheRowForTheCaret) {
+    EXPECT_EQ(compilebasic("' one\r\n\r\nDim a(0) As Byte").errorline, 3);
+    EXPECT_EQ(compilebasic("Dim a(100) As Byte", "ATtiny13").errorline, 0);  // the box names no row
+}
+
+TEST(BasicMessages, JumpsAndTheEndCompile) {
+    const BasicCompileResult result =
+        compilebasic("start: Gosub sub\r\nGoto start\r\nHalt\r\nBreak\r\nEnd\r\nsub: Return\r\nCount a, b, c");
+    ASSERT_TRUE(result.ok) << result.error;
+    const std::vector<std::string> lines = asmlines(result.asmtext);
+    const auto has = [&](const std::string& line) { return std::find(lines.begin(), lines.end(), line) != lines.end(); };
+    EXPECT_TRUE(has("; 1: start: Gosub sub"));
+    EXPECT_TRUE(has("L0001:"));
+    EXPECT_TRUE(has("\tRCALL L0002"));
+    EXPECT_TRUE(has("\tRJMP L0001"));
+    EXPECT_TRUE(has("L0003:\tRJMP L0003"));  // Halt
+    EXPECT_TRUE(has("\tBREAK"));
+    EXPECT_TRUE(has("L0004:\tRJMP L0004"));  // End
+    EXPECT_TRUE(has("\tRET"));
+    EXPECT_EQ(assemblegenerated(result.asmtext, "ATmega32").asmerrors, 0);
 }
 
 }  // namespace

@@ -1,7 +1,15 @@
 // Operand texts to type and address, for every form an operand can take.
+//
+// How rows are read: the line cleaner's spelling and spacing, the place in the chain that
+// takes each statement shape, and the one-line If's cut-down chain.
+
+#include <map>
 
 #include "basic/declarations.h"
+#include "basic/dispatch.h"
+#include "basic/linecleaner.h"
 #include "basic/symbols.h"
+#include "basic/tokens.h"
 #include "basicfixture.h"
 
 namespace velmora::test {
@@ -27,25 +35,13 @@ struct Declared {
 TEST(BasicSymbols, OperandFormsGiveTypeAndAddress) {
     const Declared d;
     EXPECT_TRUE(d.ctx.error.empty()) << d.ctx.error;
-    const std::tuple<const char*, int, int32_t> cases[] = {
-        {"b", kTypeByte, 0x60},       {"w", kTypeWord, 0x61},        {"l", kTypeLong, 0x63},
-        {"a(5)", kTypeByte, 0x6C},     {"a(200)", kTypeByte, 0x67 + 200}, {"v(3)", kTypeWord, 0x77},
-        {"a(b)", kTypeByteIndexed, 0x67 * 10000 + 0x60}, {"v(w)", kTypeWordIndexed, 0x71 * 10000 + 0x61},
-        {"a(l)", kTypeNone, 0},       {"a(05)", kTypeNone, 0},      {"a(256)", kTypeNone, 0},
-        {"(5)", kTypeNone, 0},        {"a(5", kTypeNone, 0},
-        {"l.LB", kTypeByte, 0x63},    {"l.HB", kTypeByte, 0x64},     {"l.LW", kTypeWord, 0x63},
-        {"l.HW", kTypeWord, 0x65},    {"w.LB", kTypeByte, 0x61},     {"w.HB", kTypeByte, 0x62},
-        {"w.LW", kTypeNone, 0},       {"w.3", kTypeBit, 0x61 * 100 + 3}, {"w.8", kTypeBit, 0x62 * 100},
-        {"w.15", kTypeBit, 0x62 * 100 + 7}, {"w.16", kTypeNone, 0}, {"b.7", kTypeBit, 0x60 * 100 + 7},
-        {"b.8", kTypeNone, 0},        {"l.0", kTypeNone, 0},
-        {"PORTB", kTypeByte, 0x38},   {"PB", kTypeByte, 0x38},       {"PB3", kTypeBit, 0x38 * 100 + 3},
-        {"PORTB.3", kTypeBit, 0x38 * 100 + 3}, {"R31", kTypeByte, 31},       {"ZH", kTypeByte, 31},
-        {"ADCSRA.ADEN", kTypeBit, 0x26 * 100 + 7}, {"flags.ADEN", kTypeNone, 0}, {"nothing", kTypeNone, 0},
-        {"5", kTypeNone, 0},
-    };
-    for (const auto& [text, type, address] : cases) {
-        EXPECT_EQ(symboltype(d.ctx, text), type) << text;
-        EXPECT_EQ(symboladdress(d.ctx, text), address) << text;
+    const std::map<std::string, int> types = {{"Byte", kTypeByte},     {"Word", kTypeWord},
+                                              {"Long", kTypeLong},     {"Bit", kTypeBit},
+                                              {"None", kTypeNone},     {"ByteIndexed", kTypeByteIndexed},
+                                              {"WordIndexed", kTypeWordIndexed}};
+    for (const TableRow& row : statementrows("Symbols: operands")) {
+        EXPECT_EQ(symboltype(d.ctx, row[0]), types.at(row[1])) << row.where;
+        EXPECT_EQ(symboladdress(d.ctx, row[0]), row.number(2)) << row.where;
     }
 }
 
@@ -90,6 +86,39 @@ TEST(BasicSymbols, PortsOfTheExtendedSpaceWarn) {
     EXPECT_TRUE(ctx.warnings[0].starts_with("PORT registers mapped in the extended I/O space can not be used\n"));
     EXPECT_EQ(portletter(ctx, 0x62), "F");
     EXPECT_EQ(portletter(ctx, 0x60), "X");
+}
+
+TEST(BasicLineCleaner, SpellsSpacesAndKeepsStringsAndComments) {
+    const KeywordSpelling spelling(basickeywordsfor(basicmodel("ATmega32")));
+    for (const TableRow& row : statementrows("Line cleaner"))
+        EXPECT_EQ(cleanbasicline(row[0], spelling), row[1]) << row.where;
+}
+
+TEST(BasicDispatch, EachShapeReachesItsPlaceInTheChain) {
+    for (const TableRow& row : statementrows("Dispatch: chain"))
+        EXPECT_EQ(chainrule(row[0]), row.number(1)) << row.where;
+}
+
+TEST(BasicDispatch, OneLineIfTakesOnlyItsStatements) {
+    CompileContext ctx;
+    ctx.model = &basicmodel("ATmega32");
+    loadsystemsymbols(ctx);
+    ctx.rows.resize(3);
+    ctx.rows[2].username = "there";
+    ctx.rows[2].label = "L0009";
+    for (const TableRow& row : statementrows("Dispatch: one-line If")) {
+        ctx.error.clear();
+        EXPECT_EQ(dispatchthen(ctx, row[0]), row[1].empty()) << row.where;
+        EXPECT_EQ(ctx.error, row[1]) << row.where;
+    }
+}
+
+TEST(BasicDispatch, NextArgumentTakesQuotedTextsWhole) {
+    for (const TableRow& row : statementrows("Dispatch: next argument")) {
+        std::string text = row[0];
+        EXPECT_EQ(nextargument(text), row[1]) << row.where;
+        EXPECT_EQ(text, row[2]) << row.where;
+    }
 }
 
 }  // namespace

@@ -1,16 +1,28 @@
 // BASIC programs through velmora-cli run: the line trace follows loops, Gosub and If branches
-// as worked out from the programs; --watch prints variables; an interrupt routine on a model
-// without SRAM keeps the interrupted code's registers. Adcin, Write and Read, and Lcdout are
-// rows of data/runs.txt.
+// as worked out from the programs (data/traces.txt); --watch prints variables; an interrupt
+// routine on a model without SRAM keeps the interrupted code's registers. Adcin, Write and
+// Read, and Lcdout are rows of data/runs.txt.
+//
+// BASIC programs, one per statement family, compiled and run by `velmora-cli run` on two
+// models; what the USART prints must equal NAME.expected, worked out by hand from the
+// language rules in NAME.reasoning.md. ATmega32 is in because its UBRRH and UCSRC share
+// one address; ATmega328P has the newer UART. Interrupt programs name their model's vectors
+// and registers, so they run on one. End is a jump to itself, which the run stops at with
+// --infinite-loop-stop; the cycle limit only catches a program that hangs.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "cli/commands.h"
 #include "inprocess.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -31,33 +43,14 @@ std::string tracedlines(const std::string& path) {
 }
 
 TEST(CliTraceBasic, LinesFollowTheControlFlow) {
-    const struct {
-        const char* name;
-        const char* source;
-        const char* lines;
-    } rows[] = {
-        // The Dims make no code; the body runs three times; Next jumps back to the body.
-        {"For loop", "Dim i As Byte\r\nDim s As Byte\r\nFor i = 1 To 3\r\ns = s + i\r\nNext i\r\nEnd\r\n",
-         "3 4 5 4 5 4 5 6"},
-        // The label line has no code of its own: its statement is line 11. Return lands on line
-        // 4; a = 6 takes the Then branch, whose end jumps (line 6, Else) past the Else branch to
-        // Endif, which shares End's address: line 9.
-        {"Gosub and If", "Dim a As Byte\r\na = 5\r\nGosub sub\r\nIf a = 6 Then\r\na = 7\r\nElse\r\na = 8\r\nEndif\r\n"
-                         "End\r\nsub:\r\na = a + 1\r\nReturn\r\n",
-         "2 3 11 12 4 5 6 9"},
-        // While tests at its top: twice true, then false to the line after Wend.
-        {"While", "Dim n As Byte\r\nn = 2\r\nWhile n > 0\r\nn = n - 1\r\nWend\r\nEnd\r\n", "2 3 4 5 3 4 5 3 6"},
-        // A one-line If whose test fails goes straight on.
-        {"one-line If", "Dim a As Byte\r\nIf a = 1 Then a = 2\r\na = 3\r\nEnd\r\n", "2 3 4"},
-    };
-    for (const auto& row : rows) {
+    for (const TableRow& row : tablerows("traces.txt", "Traces")) {
         TempFolder folder;
-        const std::string program = writeprogram(folder, "prog.bas", row.source);
+        const std::string program = writeprogram(folder, "prog.bas", row[1]);
         const std::string trace = (folder / "prog.trace").string();
         const CliResult run = runinprocess(
             {"run", "--model", "ATmega328P", "--infinite-loop-stop", "--trace-basic", trace, program});
-        EXPECT_EQ(run.code, kExitInfiniteLoop) << row.name << "\n" << run.err;
-        EXPECT_EQ(tracedlines(trace), row.lines) << row.name;
+        EXPECT_EQ(run.code, kExitInfiniteLoop) << row.where << "\n" << run.err;
+        EXPECT_EQ(tracedlines(trace), row[2]) << row.where;
     }
 }
 
@@ -107,6 +100,83 @@ TEST(CliBasicRun, InterruptRoutineWithoutSramRestoresWhatItUses) {
     const CliResult run = runinprocess(args);
     EXPECT_EQ(run.code, kExitSleep) << run.err;
     EXPECT_NE(run.out.find("0000: 14 D2 84 4E FF"), std::string::npos) << run.out;
+}
+
+// The programs live with the BASIC compiler's data, beside this folder's.
+const std::filesystem::path kFamilies =
+    std::filesystem::path(VELMORA_TEST_DATA_DIR).parent_path().parent_path() / "basic" / "data" / "families";
+
+const char* const kBoth[] = {"ATmega328P", "ATmega32"};
+
+const struct {
+    const char* program;
+    const char* model;  // null: both
+} kPrograms[] = {
+    {"arithmetic", nullptr}, {"divzero", nullptr},    {"sqr", nullptr},        {"brackets", nullptr},
+    {"shifts", nullptr},     {"logic", nullptr},      {"arrays", nullptr},     {"lookup", nullptr},
+    {"loops", nullptr},      {"selectcase", nullptr}, {"ifgoto", nullptr},     {"hserout", nullptr},
+    {"hserin", nullptr},     {"procedures", nullptr}, {"int0edges", "ATmega328P"}, {"rxecho", "ATmega32"},
+};
+
+struct Row {
+    std::string program, model;
+};
+
+std::vector<Row> rows() {
+    std::vector<Row> all;
+    for (const auto& entry : kPrograms)
+        for (const char* model : kBoth)
+            if (!entry.model || std::string(entry.model) == model) all.push_back({entry.program, model});
+    return all;
+}
+
+// NAME.args: more options for the run, one per line.
+std::vector<std::string> extraoptions(const std::filesystem::path& file) {
+    std::vector<std::string> options;
+    if (!std::filesystem::exists(file)) return options;
+    std::istringstream lines(readfile(file));
+    for (std::string line; std::getline(lines, line);)
+        if (!line.empty()) options.push_back(line);
+    return options;
+}
+
+class BasicFamilies : public testing::TestWithParam<Row> {};
+
+TEST_P(BasicFamilies, UsartPrintsTheHandWorkedResults) {
+    const Row& row = GetParam();
+    const std::filesystem::path source = kFamilies / (row.program + ".bas");
+    std::vector<std::string> args = {"run", "--model", row.model, "--infinite-loop-stop", "--max-cycles", "20000000"};
+    // A program that reads the USART gets its bytes from NAME.uartin.
+    const std::filesystem::path input = kFamilies / (row.program + ".uartin");
+    if (std::filesystem::exists(input)) args.insert(args.end(), {"--uart-in-file", input.string()});
+    for (const std::string& option : extraoptions(kFamilies / (row.program + ".args"))) args.push_back(option);
+    args.push_back(source.string());
+
+    const CliResult run = runinprocess(args);
+    const std::string name = row.program + " on " + row.model;
+    EXPECT_EQ(run.code, kExitInfiniteLoop) << name << " did not end at End:\n" << run.err;
+    EXPECT_EQ(run.out, readfile(kFamilies / (row.program + ".expected"))) << name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Programs, BasicFamilies, testing::ValuesIn(rows()),
+                         [](const testing::TestParamInfo<Row>& info) {
+                             return info.param.program + "_" + info.param.model;
+                         });
+
+// Every program in the folder has its rows, its expected output and its reasoning.
+TEST(BasicFamiliesFolder, EveryProgramIsInTheTable) {
+    std::set<std::string> listed;
+    for (const auto& entry : kPrograms) listed.insert(entry.program);
+    int found = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(kFamilies)) {
+        if (entry.path().extension() != ".bas") continue;
+        const std::string program = entry.path().stem().string();
+        ++found;
+        EXPECT_TRUE(listed.contains(program)) << program << ".bas has no row";
+        EXPECT_TRUE(std::filesystem::exists(kFamilies / (program + ".expected"))) << program;
+        EXPECT_TRUE(std::filesystem::exists(kFamilies / (program + ".reasoning.md"))) << program;
+    }
+    EXPECT_EQ(found, static_cast<int>(std::size(kPrograms)));
 }
 
 }  // namespace

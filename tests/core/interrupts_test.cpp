@@ -1,14 +1,184 @@
+// INT0 and INT1: the pin and sense bits of every "intconf: " kind, the four sense values,
+// and what a reset keeps.
+//
 // The generic interrupt mechanism: priority, polarity, entry and the step after RETI.
 
 #include <gtest/gtest.h>
 
-#include "support/ioencode.h"
+#include "core/encode.h"
+#include "core/extinterrupts.h"
 #include "core/interrupts.h"
 #include "core/memory.h"
+#include "core/minichip.h"
+#include "support/ioencode.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
 namespace {
+
+constexpr uint8_t kIntf0 = 0x40, kIntf1 = 0x80;
+
+struct KindCase {
+    bool int1;
+    int kind;
+    int portcode;
+    uint8_t pin;
+    int control;  // register holding the sense bits
+    int shift;
+};
+
+// From the table of kinds: pins and sense bits as the chips of each kind have them.
+const KindCase kKinds[] = {
+    {false, 2, kPortD, 0x04, MiniChip::kMcucr, 0}, {false, 3, kPortD, 0x04, MiniChip::kEicra, 0},
+    {false, 4, kPortD, 0x01, MiniChip::kEicra, 0}, {false, 5, kPortB, 0x04, MiniChip::kMcucr, 0},
+    {false, 6, kPortB, 0x40, MiniChip::kMcucr, 0}, {false, 7, kPortB, 0x02, MiniChip::kMcucr, 0},
+    {true, 2, kPortD, 0x08, MiniChip::kMcucr, 2},  {true, 3, kPortD, 0x08, MiniChip::kEicra, 2},
+    {true, 4, kPortD, 0x02, MiniChip::kEicra, 2},  {true, 5, kPortA, 0x04, MiniChip::kMcucr, 0},
+};
+
+MiniChip chipfor(const KindCase& c) {
+    ChipKinds kinds;
+    kinds.int0 = c.int1 ? 0 : c.kind;
+    kinds.int1 = c.int1 ? c.kind : 0;
+    return MiniChip(kinds);
+}
+
+// One step with the input changed before it as a click in the view does it: the latch,
+// then the pins worked out again.
+void stepwithinput(MiniChip& chip, int portcode, uint8_t value) {
+    putinput(chip.m, portcode, value);
+    portstep(chip.m);
+    chip.step();
+}
+
+TEST(ExternalInterrupts, EachKindWatchesItsPinWithItsSenseBits) {
+    for (const KindCase& c : kKinds) {
+        SCOPED_TRACE((c.int1 ? "INT1 kind " : "INT0 kind ") + std::to_string(c.kind));
+        const uint8_t flag = c.int1 ? kIntf1 : kIntf0;
+        {
+            MiniChip chip = chipfor(c);
+            chip.cell(c.control) = static_cast<uint8_t>(1 << c.shift);  // any change
+            chip.step();
+            stepwithinput(chip, c.portcode, c.pin);
+            EXPECT_EQ(chip.cell(MiniChip::kGifr), flag);
+        }
+        {
+            // Every other pin of the three ports may change: no flag.
+            MiniChip chip = chipfor(c);
+            chip.cell(c.control) = static_cast<uint8_t>(1 << c.shift);
+            chip.step();
+            for (int port : {kPortA, kPortB, kPortD})
+                stepwithinput(chip, port, port == c.portcode ? static_cast<uint8_t>(~c.pin) : 0xFF);
+            EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);
+        }
+        {
+            // Sense bits in the other control register mean nothing to this kind.
+            MiniChip chip = chipfor(c);
+            const int other = c.control == MiniChip::kMcucr ? MiniChip::kEicra : MiniChip::kMcucr;
+            chip.cell(other) = 0xFF;
+            chip.cell(c.control) = static_cast<uint8_t>(~(3 << c.shift));
+            chip.step();
+            stepwithinput(chip, c.portcode, c.pin);
+            stepwithinput(chip, c.portcode, 0);
+            EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);
+        }
+    }
+}
+
+TEST(ExternalInterrupts, KindsWithoutExternalInterrupts) {
+    for (int kind : {0, 1, 8, 9, -1}) {
+        EXPECT_EQ(int0pin(kind), nullptr) << kind;
+        ChipKinds kinds;
+        kinds.int0 = kind;
+        kinds.int1 = kind == 8 ? 6 : kind;  // 6 is an INT0-only kind
+        MiniChip chip(kinds);
+        chip.cell(MiniChip::kMcucr) = 0x05;
+        chip.cell(MiniChip::kEicra) = 0x05;
+        chip.step();
+        for (int port : {kPortA, kPortB, kPortD}) stepwithinput(chip, port, 0xFF);
+        EXPECT_EQ(chip.cell(MiniChip::kGifr), 0) << kind;
+    }
+    EXPECT_EQ(int1pin(6), nullptr);
+    EXPECT_NE(int1pin(5), nullptr);
+}
+
+TEST(ExternalInterrupts, SenseValues) {
+    struct Case {
+        int sense;
+        bool from, to, flag;
+    } cases[] = {
+        {0, false, true, false}, {0, true, false, false}, {1, false, true, true},  {1, true, false, true},
+        {1, true, true, false},  {2, true, false, true},  {2, false, true, false}, {2, false, false, false},
+        {3, false, true, true},  {3, true, false, false}, {3, true, true, false},
+    };
+    for (const Case& c : cases) {
+        MiniChip chip;
+        chip.cell(MiniChip::kMcucr) = static_cast<uint8_t>(c.sense << 2);  // INT1 on PD3
+        stepwithinput(chip, kPortD, c.from ? 0x08 : 0);
+        stepwithinput(chip, kPortD, c.from ? 0x08 : 0);
+        chip.cell(MiniChip::kGifr) = 0;
+        stepwithinput(chip, kPortD, c.to ? 0x08 : 0);
+        EXPECT_EQ(chip.cell(MiniChip::kGifr), c.flag ? kIntf1 : 0)
+            << "sense " << c.sense << " " << c.from << "->" << c.to;
+    }
+}
+
+TEST(ExternalInterrupts, AHeldLowLevelSetsNoFlag) {
+    MiniChip chip;
+    chip.cell(MiniChip::kMcucr) = 0x02;  // falling edge
+    stepwithinput(chip, kPortD, 0x04);
+    stepwithinput(chip, kPortD, 0);
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf0);
+    chip.cell(MiniChip::kGifr) = 0;
+    chip.step(5);
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);
+}
+
+TEST(ExternalInterrupts, TheEdgeEntersTheInterruptInTheSameStep) {
+    MiniChip chip;
+    chip.load({kNop, kNop, kReti, kNop, kNop, kNop});
+    chip.m.pc = 3;
+    chip.setsreg(kFlagI);
+    chip.cell(MiniChip::kGicr) = 0x40;
+    chip.cell(MiniChip::kMcucr) = 0x03;  // rising edge
+    chip.step();
+    EXPECT_EQ(chip.m.pc, 4);
+    stepwithinput(chip, kPortD, 0x04);
+    EXPECT_EQ(chip.m.pc, MiniChip::kInt0Vector);
+    EXPECT_EQ(instructioncycles(chip.m), 4u);
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);  // entry cleared the latch
+}
+
+TEST(ExternalInterrupts, DetectionSeesThePinsAsTheLastPortPhaseLeftThem) {
+    MiniChip chip;
+    chip.cell(MiniChip::kMcucr) = 0x03;
+    chip.step();
+    setinput(chip.m, kPortD, 0x04);  // no port phase until the end of the next step
+    chip.step();
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);
+    chip.step();
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf0);
+}
+
+TEST(ExternalInterrupts, TheProgramSeesItsOwnOutputAsAnEdge) {
+    MiniChip chip;
+    // PD2 made an output and driven high by the program.
+    chip.load({ldi(16, 0x04), outd(MiniChip::kDdrd, 16), outd(MiniChip::kPortd, 16), kNop});
+    chip.cell(MiniChip::kMcucr) = 0x03;
+    chip.step(3);
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), 0);  // the level changed at the end of the step
+    chip.step();
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf0);
+}
+
+TEST(ExternalInterrupts, AResetKeepsThePreviousLevel) {
+    MiniChip chip;
+    stepwithinput(chip, kPortD, 0x04);  // the last run left PD2 high
+    clean(chip.m);                      // and the new start has it low
+    chip.cell(MiniChip::kMcucr) = 0x02;
+    chip.step();
+    EXPECT_EQ(chip.cell(MiniChip::kGifr), kIntf0);
+}
 
 // Enable bits in $3B (GICR-like), flags in $3A (GIFR-like), a polarity-0 "ERDY" on $3C bit 1;
 // SEI at word 1, RETI at the vectors, NOPs elsewhere.

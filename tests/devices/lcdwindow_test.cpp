@@ -1,6 +1,11 @@
 // The LCD Module window without a display: the setup labels and the dialogs behind them,
 // settings kept, the import from a BASIC program, the error indicator, the blink and the
 // trace, with the module driven through the pins of a running chip.
+//
+// Select Pin and Select Option: clicks, double clicks, Select and Cancel.
+//
+// What the panel shows: cells by row and column for each module type and shift, the cursor's
+// place and blink, the dots in the canvas, and the character ROM file.
 
 #include <gtest/gtest.h>
 
@@ -8,9 +13,13 @@
 #include <fstream>
 #include <sstream>
 
+#include "devices/lcdpaint.h"
 #include "devices/lcdwindow.h"
+#include "devices/selectoption.h"
+#include "devices/selectpin.h"
 #include "lcdfixture.h"
 #include "support/scriptedwiring.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -218,6 +227,123 @@ TEST(LcdWindow, ClosingSavesAndLeavesThePins) {
     w.window.close();
     EXPECT_TRUE(w.bench.chip.m.observers.empty());
     EXPECT_EQ(loadlcdconfig(w.bench.chip.settings).colorscheme, 3);
+}
+
+TEST(SelectPin, ClicksAndResults) {
+    for (const TableRow& row : tablerows("tables.txt", "Select pin")) {
+        SelectPin dialog(6, 3, row.flag(1));
+        EXPECT_EQ(dialog.caption(), row.flag(1) ? "Select Port" : "Select Pin") << row.where;
+        std::istringstream clicks(row[2]);
+        for (std::string click; clicks >> click;) {
+            const size_t digits = click.find_first_of("0123456789");
+            const int value = digits == std::string::npos ? 0 : std::stoi(click.substr(digits));
+            if (click == "S")
+                dialog.select();
+            else if (click == "C")
+                dialog.cancel();
+            else if (click.starts_with("DP"))
+                dialog.doubleclickport(value);
+            else if (click.starts_with("DB"))
+                dialog.doubleclickbit(value);
+            else if (click[0] == 'P')
+                dialog.clickport(value);
+            else
+                dialog.clickbit(value);
+        }
+        EXPECT_EQ(std::vector<long>({dialog.port(), dialog.bit()}), std::vector<long>({row.number(3), row.number(4)}))
+            << row.where;
+        EXPECT_EQ(dialog.finished(), row.flag(5)) << row.where;
+    }
+}
+
+TEST(SelectOption, RowsHeadingsAndResults) {
+    SelectOption dialog("Please select the type", "of the interface with LCD module:", {"8-bit", "", "4-bit, Low"}, 0);
+    EXPECT_EQ(dialog.visiblerows(), (std::vector<int>{0, 2}));
+    EXPECT_EQ(dialog.headinglines(), 2);
+    dialog.click(1);  // empty row: not shown, not selectable
+    EXPECT_EQ(dialog.selected(), 0);
+    dialog.click(2);
+    EXPECT_EQ(dialog.selected(), 2);
+    EXPECT_FALSE(dialog.finished());
+    dialog.select();
+    EXPECT_TRUE(dialog.finished());
+
+    SelectOption one("Please select LCD module type:", "", {"a", "b"}, 1);
+    EXPECT_EQ(one.headinglines(), 1);
+    one.doubleclick(0);
+    EXPECT_TRUE(one.finished());
+    EXPECT_EQ(one.selected(), 0);
+
+    SelectOption cancelled("x", "y", std::vector<std::string>(30, "row"), 3);
+    EXPECT_EQ(cancelled.options().size(), 21u);
+    cancelled.cancel();
+    EXPECT_EQ(cancelled.selected(), -1);
+}
+
+TEST(LcdLayout, CellAtRowAndColumnAndTheCursorsPlace) {
+    for (const TableRow& row : tablerows("tables.txt", "Visible cells")) {
+        const auto n = [&row](size_t i) { return static_cast<int>(row.number(i)); };
+        EXPECT_EQ(lcdvisiblecell(n(0), n(1), n(2), n(3), n(4)), n(5)) << row.where;
+    }
+    for (const TableRow& row : tablerows("tables.txt", "Cursor places")) {
+        const auto n = [&row](size_t i) { return static_cast<int>(row.number(i)); };
+        const std::optional<LcdPlace> place = row[4].empty() ? std::nullopt : std::optional(LcdPlace{n(4), n(5)});
+        EXPECT_EQ(lcdcursorplace(n(0), n(1), n(2), n(3)), place) << row.where;
+    }
+}
+
+TEST(LcdPaint, DotsOfCellsAndTheBlinkingCursor) {
+    LcdCharRom rom;
+    std::string error;
+    ASSERT_TRUE(loadlcdrom(VELMORA_SOURCE_DATA_DIR, rom, error)) << error;
+    LcdController c;
+    c.cells[0] = LcdCell{rom.glyphs['A'], 'A'};
+    const LcdColors& colours = kLcdColorSchemes[0];
+    Canvas canvas;
+    lcdrepaint(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(canvas.width, 18 * 16 + 11);
+    EXPECT_EQ(canvas.height, 29 * 2 + 9);
+    // 'A' row 0 is .###. : the dot in column 1 of cell (1,1) at x = 5 + 3, y = 5.
+    EXPECT_EQ(canvas.at(8, 5), colours.lit);
+    EXPECT_EQ(canvas.at(9, 6), colours.lit);
+    EXPECT_EQ(canvas.at(5, 5), colours.dark);
+    EXPECT_EQ(canvas.at(7, 5), colours.background) << "the gap between dots";
+    // Blink only: block, plain, block.
+    c.cursormode = 1;
+    const int rowseven = 5 + 3 * 7;
+    lcdcursortick(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(c.cursorphase, 2);
+    EXPECT_EQ(canvas.at(5, rowseven), colours.lit);
+    lcdcursortick(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(c.cursorphase, 0);
+    EXPECT_EQ(canvas.at(5, rowseven), colours.dark);
+    c.cursormode = 2;
+    lcdcursortick(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(c.cursorphase, 1);
+    EXPECT_EQ(canvas.at(5, rowseven), colours.lit) << "underline on the eighth row";
+    c.cursormode = 3;
+    lcdcursortick(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(c.cursorphase, 2);
+    lcdcursortick(c, 2, 16, colours, &rom, canvas);
+    EXPECT_EQ(c.cursorphase, 1);
+}
+
+TEST(LcdRom, PublishedGlyphsAndFileErrors) {
+    LcdCharRom rom;
+    std::string error;
+    ASSERT_TRUE(loadlcdrom(VELMORA_SOURCE_DATA_DIR, rom, error)) << error;
+    EXPECT_EQ(rom.glyphs['\\'], (LcdGlyph{0x11, 0x0A, 0x1F, 0x04, 0x1F, 0x04, 0x04, 0x00})) << "yen sign";
+    EXPECT_EQ(rom.glyphs[126], (LcdGlyph{0x00, 0x04, 0x02, 0x1F, 0x02, 0x04, 0x00, 0x00})) << "right arrow";
+    EXPECT_EQ(rom.glyphs[255], (LcdGlyph{0x1F, 0x1F, 0x1F, 0x1F, 0x1F, 0x1F, 0x1F, 0x1F})) << "block";
+    EXPECT_EQ(rom.glyphs[32], LcdGlyph{});
+    EXPECT_EQ(rom.glyphs[160], LcdGlyph{});
+    int drawn = 0;
+    for (int code = 33; code < 256; ++code) drawn += rom.glyphs[code] != LcdGlyph{};
+    EXPECT_EQ(drawn, 95 + 95 - 1) << "33..127 and 161..255 drawn, FE blank";
+    for (const TableRow& row : tablerows("tables.txt", "Bad character ROMs")) {
+        EXPECT_FALSE(readlcdrom(row[0], rom, error)) << row.where;
+        EXPECT_EQ(error, row[1]) << row.where;
+    }
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ FULL_CHIPS="atmega32 atmega328p attiny2313"
 HOST_PROGRAMS="crc arith sort recurse eeprom printf float"
 # Programs whose expected output follows from the command-line inputs (see firmware_test.cpp).
 INPUT_PROGRAMS="adc int0 echo sum"
-# Programs that drive a character LCD on PORTB (see lcd_test.cpp).
+# Programs that drive a character LCD on PORTB (see firmware_test.cpp).
 LCD_PROGRAMS="lcd lcdpoll"
 
 # Every shipped ATmega model with a USART gets the hello program.

@@ -1,13 +1,19 @@
-// The model file loader: every section, its messages and the tables it leaves in the machine.
+// The model file loader: every section, its messages and the tables it leaves in the machine;
+// malformed files give the documented result or load what they can, and always leave a
+// machine whose tables fit its memories.
 // data/loads.txt holds loads of data/atmini8.cfg, whole or with sections replaced, and what
 // the machine holds afterwards, worked out by hand from the file; the procedures are here.
+//
+// The list of models: which files, their names, descriptions, order and the default.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
+#include <random>
 #include <sstream>
 
 #include "core/memory.h"
@@ -283,6 +289,146 @@ TEST(ModelLoad, CorruptedSizesEndTheProgram) {
             << row.where;
         EXPECT_EQ(model.m.dataspacesize, fits ? 65536 : 96) << row.where;
         if (!fits) { EXPECT_TRUE(model.m.namedregisters.empty()) << row.where; }
+    }
+}
+
+// Every table entry that a later step indexes with must lie inside the memories.
+void expectconsistent(const Machine& m, const std::string& context) {
+    const size_t data = static_cast<size_t>(m.dataspacesize);
+    ASSERT_EQ(std::vector<size_t>({m.datamem.size(), m.datamask.size(), m.sideeffects.size(), m.bitnames.size(),
+                                   m.progmem.size(), m.eeprommem.size()}),
+              std::vector<size_t>({data, data, data, data, static_cast<size_t>(m.flashsize) + 4,
+                                   static_cast<size_t>(m.eepromsize)}))
+        << context;
+    for (const NamedRegister& r : m.namedregisters)
+        EXPECT_TRUE(r.address < m.dataspacesize || (r.address >= 10000 && r.address <= 10002)) << context;
+    for (const InterruptEntry& e : m.interrupttable)
+        EXPECT_TRUE(e.vector >= 0 && e.enableaddress < m.dataspacesize && e.flagaddress < m.dataspacesize &&
+                    e.enablemask != 0 && e.flagmask != 0)
+            << context << ": " << e.name;
+    EXPECT_LE(m.pins.size(), 80u) << context;
+    for (const PackagePin& p : m.pins)
+        EXPECT_TRUE((p.portcode == 0 || (p.portcode >= 5 && p.portcode <= 11)) && p.bit >= -1 && p.bit <= 7 &&
+                    p.adcchannel >= -1 && p.adcchannel <= 15)
+            << context << ": " << p.caption;
+    for (const AdcChannel& c : m.adcchannels)
+        if (c.exists) { EXPECT_LT(static_cast<size_t>(c.pinindex), m.pins.size()) << context; }
+}
+
+TEST(ModelRobustness, HandMadeDamage) {
+    std::vector<std::pair<std::string, std::string>> cases = {
+        {"very long line", "\n***** Section 0 *****\nflash: 1024\n" + std::string(100000, '9') + "\nsram: " +
+                               std::string(5000, '9')}};
+    for (const TableRow& row : tablerows("tables.txt", "Damaged files")) cases.emplace_back(row.where, row[1]);
+    TempDir dir;
+    for (const auto& [what, text] : cases) {
+        LoadedModel model;
+        loadtext(model, dir, text);
+        expectconsistent(model.m, what);
+        if (!model.result.ok) {
+            EXPECT_NE(model.result.message.find("The program will now end."), std::string::npos) << what;
+        }
+    }
+}
+
+// Files put together from pieces of real lines and noise, with a fixed seed.
+TEST(ModelRobustness, GeneratedGarbage) {
+    const std::vector<std::string> pieces = {
+        "***** Section 0 *****", "***** Section 1 *****", "***** Section 2 *****", "***** Section 3 *****",
+        "***** Section 4 *****", "***** Section 5 *****", "flash: ", "sram: ", "extendedio: ", "eeprom: ",
+        "pins: ", "intconf: ", "compconf: ", "uartconf: ", ".equ PORTB = ", ".equ UDR = ", "; PORTB x",
+        "; SREG y", "; GIFR", ".equ B = ", "INT0,", "ERDY,", "SPMR,", "0001,", "GIFR.6", "SREG.", ",", ",,",
+        "\t", " ", ";", "x", "XXXX", "5F", "3A", "FF", "00", "-", "$", "0x", "9999999999", "-7", "a", "g", "15",
+        "16", "80", "\r", "\xFF", "=", ".",
+    };
+    std::mt19937 random(20261122);
+    TempDir dir;
+    for (int file = 0; file < 300; ++file) {
+        std::string text;
+        const int lines = static_cast<int>(random() % 60);
+        for (int line = 0; line < lines; ++line) {
+            const int parts = 1 + static_cast<int>(random() % 6);
+            for (int part = 0; part < parts; ++part) {
+                if (random() % 4 == 0)
+                    text += std::to_string(static_cast<int>(random() % 70000) - 100);
+                else
+                    text += pieces[random() % pieces.size()];
+            }
+            text += '\n';
+        }
+        LoadedModel model;
+        loadtext(model, dir, text);
+        expectconsistent(model.m, "file " + std::to_string(file) + ":\n" + text);
+        if (HasFailure()) break;
+    }
+}
+
+std::vector<std::string> namesof(const ModelList& list) {
+    std::vector<std::string> names;
+    for (const ModelEntry& e : list.models) names.push_back(e.name);
+    return names;
+}
+
+TEST(ModelList, NameOfAModelFile) {
+    for (const TableRow& row : tablerows("tables.txt", "Model file names"))
+        EXPECT_EQ(modelnameoffile(row[0]), row[1]) << row.where;
+}
+
+TEST(ModelList, OnlyAtCfgFilesAreListed) {
+    TempDir dir;
+    const std::string text = ModelText{}.text();
+    for (const char* file : {"atmega8.cfg", "ATtiny13.CFG", "mega16.cfg", "atmega16.txt", "atmega32.cfg.bak", "a.cfg"})
+        dir.write(file, text);
+    std::filesystem::create_directory(dir.path() + "/atfolder.cfg");
+    const ModelList list = modellist(dir.path());
+    EXPECT_EQ(namesof(list), (std::vector<std::string>{"ATmega8", "ATtiny13"}));
+    EXPECT_EQ(list.models[1].filename, "ATtiny13.CFG");
+    EXPECT_TRUE(list.error.empty());
+}
+
+TEST(ModelList, OrderIsByNameThenByTheNumberOfTheFamilyWithATmega32OrTheLastAsDefault) {
+    for (const TableRow& row : tablerows("tables.txt", "Model list order")) {
+        TempDir dir;
+        std::istringstream files(row[0]);
+        for (std::string file; files >> file;) dir.write(file, "\n");
+        const ModelList list = modellist(dir.path());
+        std::string names;
+        for (const std::string& name : namesof(list)) names += (names.empty() ? "" : " ") + name;
+        EXPECT_EQ(names, row[1]) << row.where;
+        EXPECT_EQ(list.defaultindex, row.number(2)) << row.where;
+    }
+}
+
+TEST(ModelList, SortKeepsTheByteOrderBetweenFamilies) {
+    std::vector<ModelEntry> models;
+    for (const char* name : {"ATtiny2313", "ATmega8", "ATmega", "AT", "ATmega48", "ATmegaX", "ATmega4"})
+        models.push_back({name, "", ""});
+    sortmodels(models);
+    std::vector<std::string> names;
+    for (const ModelEntry& e : models) names.push_back(e.name);
+    // "ATmega" has no number and "ATmegaX" reads as 0: both stay before the numbered ones.
+    EXPECT_EQ(names, (std::vector<std::string>{"AT", "ATmega", "ATmegaX", "ATmega4", "ATmega8", "ATmega48",
+                                               "ATtiny2313"}));
+}
+
+TEST(ModelList, DescriptionIsLinesThreeFourSixAndSevenInUpperCase) {
+    TempDir dir;
+    dir.write("atmega8.cfg", ModelText{}.text());
+    dir.write("attiny4.cfg", "\r\n***** Section 0 *****\r\npins: 6\r\n");
+    const ModelList list = modellist(dir.path());
+    ASSERT_EQ(list.models.size(), 2u);
+    EXPECT_EQ(list.models[0].description, "PINS: 8, FLASH: 8192, SRAM: 1024, EEPROM: 512");
+    EXPECT_EQ(list.models[1].description, "PINS: 6, , , ");
+}
+
+TEST(ModelList, NoModelFiles) {
+    TempDir dir;
+    dir.write("readme.txt", "");
+    for (const std::string& folder : {dir.path(), dir.path() + "/missing"}) {
+        const ModelList list = modellist(folder);
+        EXPECT_TRUE(list.models.empty());
+        EXPECT_EQ(list.defaultindex, -1);
+        EXPECT_EQ(list.error, "No CFG files found.\nThe program will now end.");
     }
 }
 

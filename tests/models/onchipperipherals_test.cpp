@@ -1,7 +1,7 @@
 // The on-chip peripherals and the pin model on the shipped model files of the ATmega32,
 // ATmega328P and ATtiny2313: bit positions as the data sheets give them, small programs
 // that use the ports, INT0, the ADC, the EEPROM and the comparator as firmware would, and
-// the Microcontroller View on the core's pin model.
+// the Microcontroller View on the core's pin model with its pin names (data/tables.txt).
 
 #include <gtest/gtest.h>
 
@@ -18,6 +18,7 @@
 #include "models/corepins.h"
 #include "models/microcontrollerview.h"
 #include "models/modelfile.h"
+#include "models/pinnames.h"
 #include "support/sectiontable.h"
 #include "support/ioencode.h"
 #include "support/simfixture.h"
@@ -413,6 +414,17 @@ TEST_F(ViewTest, AProgramReadsWhatTheViewDrives) {
     EXPECT_EQ(chip.reg(16), 0x04);
     EXPECT_EQ(chip.reg(21) * 256 + chip.reg(20), 512);
     EXPECT_EQ(pins->direction(kPortCodeA + 4), 0);  // the ATmega32 has no port E
+}
+
+TEST(PinNames, DisplayFormWithTheSideMarkAndGroupsRemovingWholeTokens) {
+    const std::vector<std::string> groups = {"Pcint", "Adc", "Ain", "ExternalSram", "Interrupt", "Usart", "Spi"};
+    for (const TableRow& row : tablerows("tables.txt", "Pin names")) {
+        PinFilters filters{};
+        for (size_t g = 0; g < groups.size(); ++g) filters[g] = row[0] == "all" || row[0] == groups[g];
+        EXPECT_EQ(pindisplayname(row[2], row.flag(1), filters), row[3]) << row.where;
+    }
+    EXPECT_FALSE(ingroup(PinFunctionGroup::Interrupt, "INT"));
+    EXPECT_FALSE(ingroup(PinFunctionGroup::ExternalSram, "A"));
 }
 
 }  // namespace

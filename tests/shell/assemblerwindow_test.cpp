@@ -1,5 +1,5 @@
-// The Assembler window's commands: files, assembling, error marks, loading the result,
-// the external assembler, searching, printing refusals and the window's settings.
+// The Assembler window's own commands: refusals of Open, assembling, error marks, loading the
+// result, the external assembler, searching and printing (sourcewindows_test.cpp has the rest).
 
 #include "shell/assemblerwindow.h"
 
@@ -65,17 +65,6 @@ struct AsmFixture : ::testing::Test {
     std::string setting(const std::string& name) { return shell.settings.getsetting(name, "?"); }
 };
 
-TEST_F(AsmFixture, NewClearsBothEditorsAndForgetsTheAutoStartFile) {
-    titled(kGoodSource);
-    window.listing.text = "old listing";
-    ASSERT_EQ(setting("Auto Start Asm File"), path("prog.asm"));
-    window.command("menunew");
-    EXPECT_EQ(window.caption(), "Assembler - UNTITLED");
-    EXPECT_TRUE(window.source.text.empty());
-    EXPECT_TRUE(window.listing.text.empty());
-    EXPECT_EQ(setting("Auto Start Asm File"), "");
-}
-
 // Output files in any letter case, a cancelled dialog and a file that is gone open nothing.
 TEST_F(AsmFixture, OpenRefusesOutputFilesAndWhatCannotBeRead) {
     const std::pair<const char*, std::string> opens[] = {
@@ -90,71 +79,6 @@ TEST_F(AsmFixture, OpenRefusesOutputFilesAndWhatCannotBeRead) {
         EXPECT_EQ(window.caption(), "Assembler - UNTITLED") << name;
         if (message == kAsmExtensionRefused) { EXPECT_NE(setting("Last Path"), folder.path().string()) << name; }
     }
-}
-
-TEST_F(AsmFixture, OpenLoadsTheFileAndRemembersItsFolderAndName) {
-    writefile(folder / "blink.s", "ldi r16,1\r\nnop\r\n");
-    window.listing.text = "stale";
-    shell.input.openpath = path("blink.s");
-    window.command("menuopen");
-    EXPECT_EQ(window.source.text, "ldi r16,1\nnop\n");
-    EXPECT_EQ(window.caption(), "Assembler - " + path("blink.s"));
-    EXPECT_EQ(window.filename(), path("blink.s"));
-    EXPECT_TRUE(window.listing.text.empty());
-    EXPECT_EQ(setting("Last Path"), folder.path().string());
-    EXPECT_EQ(setting("Auto Start Asm File"), path("blink.s"));
-    EXPECT_TRUE(shell.messenger.messages.empty());
-}
-
-TEST_F(AsmFixture, SaveAsCutsTheNameAtItsFirstDotAndSaysSo) {
-    window.source.text = "nop\n";
-    shell.input.savepath = path("my.prog.txt");
-    window.command("menusaveas");
-    EXPECT_EQ(readfile(folder / "my.asm"), "nop\n");
-    EXPECT_FALSE(fs::exists(folder / "my.prog.txt"));
-    EXPECT_EQ(window.caption(), "Assembler - " + path("my.asm"));
-    EXPECT_EQ(shell.lastmessage(), "File " + path("my.asm") + " saved.");
-    EXPECT_EQ(setting("Last Path"), folder.path().string());
-    EXPECT_EQ(setting("Auto Start Asm File"), path("my.asm"));
-    EXPECT_TRUE(shell.input.questions.empty());
-}
-
-TEST_F(AsmFixture, SaveAsAsksBeforeOverwriting) {
-    writefile(folder / "old.asm", "old\n");
-    window.source.text = "new\n";
-    shell.input.savepath = path("old.asm");
-    shell.input.yes = false;
-    EXPECT_FALSE(window.menusaveas());
-    ASSERT_EQ(shell.input.questions.size(), 1u);
-    EXPECT_EQ(shell.input.questions[0], "Do you want to overwrite existing file " + path("old.asm") + "?");
-    EXPECT_EQ(readfile(folder / "old.asm"), "old\n");
-    EXPECT_EQ(window.caption(), "Assembler - UNTITLED");
-    EXPECT_TRUE(shell.messenger.messages.empty());
-    shell.input.yes = true;
-    EXPECT_TRUE(window.menusaveas());
-    EXPECT_EQ(readfile(folder / "old.asm"), "new\n");
-}
-
-TEST_F(AsmFixture, SaveWorksAsSaveAsWhileUntitledThenWritesInPlace) {
-    window.source.text = "nop\n";
-    shell.input.savepath = path("first.asm");
-    window.command("menusave");
-    EXPECT_EQ(window.filename(), path("first.asm"));
-    shell.input.savepath = path("other.asm");  // no dialog this time
-    window.source.text = "sleep\n";
-    shell.settings.putsetting("Auto Start Asm File", "");
-    window.command("menusave");
-    EXPECT_EQ(readfile(folder / "first.asm"), "sleep\n");
-    EXPECT_FALSE(fs::exists(folder / "other.asm"));
-    EXPECT_EQ(setting("Auto Start Asm File"), path("first.asm"));
-}
-
-TEST_F(AsmFixture, SaveIntoAFolderThatIsGoneFails) {
-    window.source.text = "nop\n";
-    shell.input.savepath = path("nofolder/x.asm");
-    EXPECT_FALSE(window.menusaveas());
-    EXPECT_EQ(shell.lastmessage(), kCannotSaveText);
-    EXPECT_EQ(window.caption(), "Assembler - UNTITLED");
 }
 
 TEST_F(AsmFixture, PrintRefusalsThenAJobWithThePrinterFont) {
@@ -189,29 +113,13 @@ TEST_F(AsmFixture, PrintRefusalsThenAJobWithThePrinterFont) {
     EXPECT_NE(jobs[1].text.find("AVR ASSEMBLER LISTING"), std::string::npos);
 }
 
-// An untitled editor: empty, it is refused; otherwise saved first (a cancel ends the command).
+// An untitled editor is saved first, then assembled once.
 TEST_F(AsmFixture, AssembleAnUntitledEditor) {
-    const struct {
-        const char* text;
-        const char* saveas;  // the answer of the save dialog
-        std::optional<int> result;
-        std::string message;
-        const char* written;  // the file that exists afterwards, or none
-    } rows[] = {
-        {"\n  \n", "x.asm", std::nullopt, kAsmEditorEmpty, ""},
-        {kGoodSource, "", std::nullopt, "", ""},
-        {kGoodSource, "fresh.txt", 0, "File " + path("fresh.asm") + " saved.", "fresh.hex"},
-    };
-    for (const auto& row : rows) {
-        shell.messenger.messages.clear();
-        window.source.text = row.text;
-        shell.input.savepath = *row.saveas ? path(row.saveas) : "";
-        EXPECT_EQ(window.menuassemble(), row.result) << row.saveas;
-        EXPECT_EQ(shell.lastmessage(), row.message) << row.saveas;
-        EXPECT_EQ(fs::is_empty(folder.path()), !*row.written) << row.saveas;
-        if (*row.written) { EXPECT_TRUE(fs::exists(folder / row.written)); }
-    }
-    EXPECT_EQ(readfile(folder / "fresh.asm"), kGoodSource);
+    window.source.text = kGoodSource;
+    shell.input.savepath = path("fresh.txt");
+    EXPECT_EQ(window.menuassemble(), 0);
+    EXPECT_EQ(shell.lastmessage(), "File " + path("fresh.asm") + " saved.");
+    EXPECT_TRUE(fs::exists(folder / "fresh.hex"));
     EXPECT_EQ(firstlabels.size(), 5u) << "one run only";
 }
 
@@ -418,27 +326,6 @@ TEST_F(AsmFixture, EepromEditorFollowsTheModel) {
     EXPECT_TRUE(shell.messenger.messages.empty());
 }
 
-TEST_F(AsmFixture, OpeningLoadsTheLastSourceWhenAutoStartWantsIt) {
-    writefile(folder / "last.asm", "nop\n");
-    shell.settings.putsetting("Auto Start Asm File", path("last.asm"));
-    AssemblerWindow second(shell.model, shell.input, shell.clock);
-    second.onload();
-    EXPECT_EQ(second.filename(), path("last.asm"));
-    EXPECT_EQ(second.source.text, "nop\n");
-
-    shell.settings.putsetting("Auto Start Asm", "0");
-    AssemblerWindow off(shell.model, shell.input, shell.clock);
-    off.onload();
-    EXPECT_TRUE(off.untitled());
-
-    shell.settings.putsetting("Auto Start Asm", "1");
-    shell.settings.putsetting("Auto Start Asm File", path("gone.asm"));
-    AssemblerWindow gone(shell.model, shell.input, shell.clock);
-    gone.onload();
-    EXPECT_TRUE(gone.untitled());
-    EXPECT_TRUE(shell.messenger.messages.empty());
-}
-
 TEST_F(AsmFixture, FindFindNextAndReplaceAll) {
     window.source.text = "ldi r16,1\nLDI r17,2\nnop\nldi r18,3\n";
     shell.input.answers = {std::string("LdI")};
@@ -473,25 +360,16 @@ TEST_F(AsmFixture, FormatTextTrimsLineEnds) {
     EXPECT_LE(window.source.caret, window.source.text.size());
 }
 
-TEST_F(AsmFixture, GeometryIsKeptOnlyUnderSavePositions) {
+// The divider between the editors is kept beside the place the source windows share.
+TEST_F(AsmFixture, TheDividerIsKeptUnderSavePositions) {
     EXPECT_EQ(window.geometry().divider, 70);
     EXPECT_EQ(setting("Window17 Position"), "70");
     shell.settings.putsetting("Save Positions", "ON");
     window.onunload({100, 50}, {600, 400}, 55);
-    EXPECT_EQ(setting("Window17 Left"), "1500");
-    EXPECT_EQ(setting("Window17 Width"), "9000");
-    const AsmWindowGeometry g = window.geometry();
-    ASSERT_TRUE(g.place && g.size);
-    EXPECT_EQ(g.place->x, 100);
-    EXPECT_EQ(g.size->y, 400);
-    EXPECT_EQ(g.divider, 55);
-    shell.settings.putsetting("Save Positions", "OFF");
-    window.onunload({1, 1}, {2, 2}, 20);
-    EXPECT_EQ(setting("Window17 Left"), "1500");
-    EXPECT_FALSE(window.geometry().size);
+    EXPECT_EQ(window.geometry().divider, 55);
 }
 
-// The Assembler group of the editor settings (whose defaults settingnames_test.cpp checks).
+// The Assembler group of the editor settings (whose defaults settings_test.cpp checks).
 TEST_F(AsmFixture, EditorSettingsOfTheAssemblerGroup) {
     EXPECT_EQ(window.editorsettings().fontname, "Courier New");
     EXPECT_EQ(window.editorsettings().tabsize, 8);

@@ -53,32 +53,6 @@ struct BasicFixture : ::testing::Test {
     }
 };
 
-TEST_F(BasicFixture, AnEmptyEditorIsRefusedBeforeAnyDialog) {
-    for (const char* tool : {"menucompile", "menucompileassemble", "menucompileassembleload"}) {
-        window.source.text = " \n\t\n";
-        shell.input.savepath = path("x.bas");
-        window.command(tool);
-        EXPECT_EQ(shell.lastmessage(), "The editor is empty.") << tool;
-        EXPECT_TRUE(window.untitled()) << tool;
-    }
-    EXPECT_TRUE(fs::is_empty(folder.path()));
-}
-
-TEST_F(BasicFixture, AnUntitledSourceIsSavedFirstAndACancelStops) {
-    window.source.text = kGoodSource;
-    shell.input.savepath = "";
-    EXPECT_FALSE(window.menucompile());
-    EXPECT_TRUE(shell.messenger.messages.empty());
-    EXPECT_TRUE(fs::is_empty(folder.path()));
-
-    shell.input.savepath = path("first.prog.txt");
-    EXPECT_TRUE(window.menucompile());
-    EXPECT_EQ(window.caption(), "BASIC Compiler - " + path("first.bas"));
-    EXPECT_EQ(readfile(folder / "first.bas"), kGoodSource);
-    EXPECT_TRUE(fs::exists(folder / "first.asm"));
-    EXPECT_EQ(shell.lastmessage(), report("first"));
-}
-
 // Each of the three tools compiles the editor's text (not the file on disk), writes what it
 // makes beside the source and reports in one box; the last loads the program.
 TEST_F(BasicFixture, EachToolWritesItsFilesAndReportsInOneBox) {
@@ -273,43 +247,9 @@ TEST_F(BasicFixture, TheShowCommandsOpenTheViewerWithTheModelsTables) {
     EXPECT_NE(viewed[0].text.find("\nPORTB\tByte\t0x38\n"), std::string::npos);
 }
 
-TEST_F(BasicFixture, FilesAreBasicSourcesAndAnyNameOpens) {
-    window.source.text = "' x\n";
-    shell.input.savepath = path("my.prog.txt");
-    window.command("menusaveas");
-    EXPECT_EQ(readfile(folder / "my.bas"), "' x\n");
-    EXPECT_EQ(shell.lastmessage(), "File " + path("my.bas") + " saved.");
-    EXPECT_EQ(setting("Auto Start Bas File"), path("my.bas"));
-
-    writefile(folder / "listing.lst", "' not refused\r\n");
-    shell.input.openpath = path("listing.lst");
-    window.command("menuopen");
-    EXPECT_EQ(window.caption(), "BASIC Compiler - " + path("listing.lst"));
-    EXPECT_EQ(window.source.text, "' not refused\n");
-    EXPECT_EQ(setting("Auto Start Bas File"), path("listing.lst"));
-
-    window.command("menunew");
-    EXPECT_EQ(window.caption(), "BASIC Compiler - UNTITLED");
-    EXPECT_EQ(setting("Auto Start Bas File"), "");
-    window.source.text = "' x\n";
-    window.command("menuprint");
-    EXPECT_EQ(shell.lastmessage(), "Please save the file first.");
-}
-
-TEST_F(BasicFixture, OpeningLoadsTheLastSourceAndThePlaceIsKept) {
-    writefile(folder / "last.bas", "' last\n");
-    shell.settings.putsetting("Auto Start Bas File", path("last.bas"));
-    BasicCompilerWindow second(shell.model, shell.input, shell.clock);
-    second.onload();
-    EXPECT_EQ(second.filename(), path("last.bas"));
-    EXPECT_EQ(second.editorsettings().tabsize, 3) << "the BASIC editor's group";
-    EXPECT_EQ(second.editorsettings().string.red, 150);
-    // Its place is kept under the window's own number as the Assembler's is.
-    shell.settings.putsetting("Save Positions", "ON");
-    second.onunload({100, 50}, {600, 400});
-    EXPECT_EQ(setting("Window16 Height"), "6000");
-    ASSERT_TRUE(second.geometry().size);
-    EXPECT_EQ(second.geometry().size->x, 600);
+TEST_F(BasicFixture, TheBasicEditorsGroupOfSettings) {
+    EXPECT_EQ(window.editorsettings().tabsize, 3);
+    EXPECT_EQ(window.editorsettings().string.red, 150);
 }
 
 TEST(BasicSyntax, KeywordsStringsCommentsAndAssemblerRows) {

@@ -1,5 +1,5 @@
 ; Sums 10 down to 1, doubles it in a subroutine, reads a table from program memory and
-; stores through X; asmcrosscheck_test.cpp runs it and checks the registers worked out by hand.
+; stores through X; asminstructions_test.cpp runs it and checks the registers worked out by hand.
         .EQU COUNT = 10
         .DEF acc = R17
         LDI R16,COUNT

@@ -4,7 +4,7 @@
 #   roundtrip_source.hex/.bin       avra's image of roundtrip_source.asm
 #   roundtrip_listing.asm           NOT made here: the disassembler's listing without
 #                                   opcodes of roundtrip_source.bin, held by
-#                                   listing_test.cpp (which writes the new text to a
+#                                   disassembler_test.cpp (which writes the new text to a
 #                                   file named in its failure message when it changes)
 #   roundtrip_reassembled.hex/.bin  avra's image of that listing
 # The listing carries no register definitions of its own, as the Velmora assembler

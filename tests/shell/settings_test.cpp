@@ -1,10 +1,19 @@
+// The text form of the settings file: what is read, what marks a file as damaged; lenient
+// reading of numbers kept as text, and the form in which they are written.
+//
+// The one table of value names: every name once, the families complete, the defaults as
+// the windows expect them.
+//
 // Every numeric setting read at its bounds and outside them, through the reader the program
 // uses. The settings file is a person's to edit: a value its use cannot bear gives the default.
 // Ranges are those the Options prompts allow, or what the use needs where no prompt asks.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,12 +24,176 @@
 #include "shell/gdblink.h"
 #include "shell/messagepolicy.h"
 #include "shell/settingnames.h"
+#include "shell/settingsfile.h"
+#include "shell/settingvalues.h"
 #include "shell/shelloptions.h"
 #include "shell/sourcewindowsettings.h"
 #include "shellfixture.h"
+#include "support/datafile.h"
 
 namespace velmora::test {
 namespace {
+
+TEST(SettingsFile, ReadsTextsNumbersCommentsAndForeignLineEnds) {
+    const SettingsText parsed = parsesettingstext(
+        "# comment\n"
+        "\n"
+        "s\tLast Path\t/home/u/avr\r\n"
+        "n\tSimulation Duration 0\t-5\n"
+        "s\tAlternative SFR Model\t\n"
+        "s\tx\\ty\tA\\\\B\\x01\\n");
+    EXPECT_FALSE(parsed.damaged);
+    ASSERT_EQ(parsed.values.size(), 4u);
+    EXPECT_EQ(parsed.values[0].value, "/home/u/avr");
+    EXPECT_TRUE(parsed.values[1].isnumber);
+    EXPECT_EQ(parsed.values[1].value, "-5");
+    EXPECT_EQ(parsed.values[2].value, "");
+    EXPECT_EQ(parsed.values[3].name, "x\ty");
+    EXPECT_EQ(parsed.values[3].value, "A\\B\x01\n");
+}
+
+TEST(SettingsFile, ALaterLineReplacesTheValueButNotThePlace) {
+    const SettingsText parsed = parsesettingstext("s\tA\t1\ns\tB\t2\ns\ta\t3\n");
+    ASSERT_EQ(parsed.values.size(), 2u);
+    EXPECT_EQ(parsed.values[0].name, "A");
+    EXPECT_EQ(parsed.values[0].value, "3");
+}
+
+TEST(SettingsFile, LinesThatAreNotValuesMarkTheFileDamaged) {
+    const std::string bad[] = {
+        "s Last Path /x",                 // blanks for tabs
+        "t\tName\tvalue",                 // unknown kind
+        "s\tName",                        // no value field
+        "s\tName\tva\tlue",               // a raw tab in the value
+        "n\tName\t12x",                   // not a number
+        "n\tName\t4294967296",            // beyond 32 bits
+        "n\tName\t",                      // an empty number
+        "s\tName\tend\\",                 // a lone backslash
+        "s\tName\t\\q",                   // an unknown escape
+        "s\tName\t\\x4",                  // a short hexadecimal escape
+        "s\tName\t\\xZZ",
+        "s\tName\tbell\a",                // a raw control character
+        std::string("s\tName\tnul\0", 11),
+    };
+    for (const std::string& line : bad) {
+        const SettingsText parsed = parsesettingstext(std::string("s\tGood\t1\n") + line + "\n");
+        EXPECT_TRUE(parsed.damaged) << line;
+        ASSERT_EQ(parsed.values.size(), 1u) << line;
+        EXPECT_EQ(parsed.values[0].name, "Good");
+    }
+}
+
+TEST(SettingsFile, EveryByteSurvivesFormatAndParse) {
+    std::string all;
+    for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+    const std::vector<StoredSetting> values = {{all, all, false}, {"n", "-2147483648", true}, {"", "", false}};
+    const SettingsText parsed = parsesettingstext(formatsettingstext(values));
+    EXPECT_FALSE(parsed.damaged);
+    ASSERT_EQ(parsed.values.size(), 3u);
+    for (size_t i = 0; i < values.size(); ++i) {
+        EXPECT_EQ(parsed.values[i].name, values[i].name);
+        EXPECT_EQ(parsed.values[i].value, values[i].value);
+        EXPECT_EQ(parsed.values[i].isnumber, values[i].isnumber);
+    }
+}
+
+TEST(SettingsFile, ManyLinesAreReadInOnePass) {
+    std::string text;
+    for (int i = 0; i < 200000; ++i) text += "s\tName " + std::to_string(i % 1000) + "\t" + std::to_string(i) + "\n";
+    const SettingsText parsed = parsesettingstext(text);
+    ASSERT_EQ(parsed.values.size(), 1000u);
+    EXPECT_EQ(parsed.values[999].value, "199999");
+}
+
+TEST(SettingValues, RealsReadLikeIntegersWithFractionsAndExponents) {
+    const struct {
+        const char* text;
+        double value;
+    } cases[] = {
+        {"9", 9},     {" 10.5", 10.5}, {"-0.25s", -0.25}, {"+2.5", 2.5}, {"1e3", 1000}, {"1.5E-2x", 0.015},
+        {"", 0},      {"abc", 0},      {"+-1", 0},        {"1e999", 0},  {"nan", 0},    {"inf", 0},
+        {".5", 0.5},
+    };
+    for (const auto& c : cases) EXPECT_DOUBLE_EQ(settingreal(c.text), c.value) << '"' << c.text << '"';
+}
+
+TEST(SettingValues, NumbersAreWrittenTrimmedAndReadBackExactly) {
+    EXPECT_EQ(settingtext(int32_t{-7}), "-7");
+    EXPECT_EQ(settingtext(9.0), "9");
+    EXPECT_EQ(settingtext(0.1), "0.1");
+    for (double value : {0.0, 1234.5678, -3.25, 1e-7, 123456789.125})
+        EXPECT_EQ(settingreal(settingtext(value)), value) << value;
+    for (int32_t value : {0, 1, -1, 2147483647, -2147483647 - 1})
+        EXPECT_EQ(settinginteger(settingtext(value)), value) << value;
+}
+
+using namespace settingnames;
+
+std::string lower(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+TEST(SettingNames, NoNameIsCoinedTwice) {
+    std::set<std::string> seen;
+    for (const SettingInfo& s : settingtable()) {
+        EXPECT_TRUE(seen.insert(lower(s.name)).second) << s.name;
+        EXPECT_EQ(s.name.find('#'), std::string::npos) << s.name << " has an unfilled pattern";
+    }
+}
+
+TEST(SettingNames, PatternsFillTheirPlaceholder) {
+    EXPECT_EQ(settingname(kWindowLeft, 17), "Window17 Left");
+    EXPECT_EQ(settingname(kOnTop, 4), "On Top 4");
+    EXPECT_EQ(settingname(kSimulationDuration, -2), "Simulation Duration -2");
+    EXPECT_EQ(settingname(kEditorTabSize, kBasicEditor), "C Tab Size");
+    EXPECT_EQ(settingname(kSevenSegmentPort, "3h"), "7-Segment 3h Port");
+    EXPECT_EQ(settingname(kSevenSegmentAbcInv, 2), "7-Segment 2abc Inv");
+    EXPECT_EQ(settingname(kGlcdLinePort, "R/W"), "GLCD R/W Line Port");
+    EXPECT_EQ(settingname(kStepperCoilBit, "D"), "Stepper Coil D Bit");
+}
+
+// Defaults that the table computes, and values whose default is computed where they are
+// read: one row of data/settingdefaults.txt each. Plain constants are left to the table itself.
+TEST(SettingNames, DefaultsOfEveryGroup) {
+    for (const DataRow& row : datarows("settingdefaults.txt")) {
+        const size_t eq = row.text.find(" =");
+        const std::string name = row.text.substr(0, eq);
+        const SettingInfo* info = findsetting(name);
+        ASSERT_NE(info, nullptr) << name;
+        ASSERT_EQ(info->defaultvalue.has_value(), eq != std::string::npos) << name;
+        if (eq == std::string::npos) continue;
+        EXPECT_EQ(*info->defaultvalue, row.text.substr(std::min(eq + 3, row.text.size()))) << name;
+    }
+}
+
+TEST(SettingNames, LookupIgnoresCaseAndRefusesUnknownNames) {
+    ASSERT_NE(findsetting("uart transmit/receive time"), nullptr);
+    EXPECT_EQ(findsetting("uart transmit/receive time")->name, "UART Transmit/Receive Time");
+    EXPECT_EQ(findsetting("Window2 Left"), nullptr);  // no window 2
+    EXPECT_EQ(findsetting("On Top 1"), nullptr);
+    EXPECT_EQ(findsetting("LED8 Port"), nullptr);
+    EXPECT_EQ(findsetting("A String Color"), nullptr);  // BASIC editor only
+}
+
+TEST(SettingNames, FamilySizes) {
+    auto count = [](std::string_view prefix, std::string_view suffix = "") {
+        return std::ranges::count_if(settingtable(), [&](const SettingInfo& s) {
+            return s.name.starts_with(prefix) && s.name.ends_with(suffix);
+        });
+    };
+    EXPECT_EQ(count("On Top "), 18);
+    EXPECT_EQ(count("Auto Start "), 29);
+    EXPECT_EQ(count("Window", " Left"), 39);
+    EXPECT_EQ(count("Window", " Width"), 9);  // 11 keeps its width alone
+    EXPECT_EQ(count("Window", " Height"), 8);
+    EXPECT_EQ(findsetting("Window11 Height"), nullptr);
+    EXPECT_EQ(count("C "), 20);
+    EXPECT_EQ(count("A "), 14);
+    EXPECT_EQ(count("LED"), 24);
+    EXPECT_EQ(count("7-Segment "), 4 * (4 + 16) + 1);
+    EXPECT_EQ(count("Remove "), 7);
+}
 
 using Reader = int64_t (*)(SettingsAccess&);
 

@@ -1,6 +1,14 @@
+// Operand values: every number notation as the assembler reads it, the one-operator rule,
+// "$", the byte prefixes and the rounding division (cases in data/tables.txt). Source
+// handling: the preprocessor, labels, directives, the predefined symbols and the messages and
+// error count of both passes (sources and what each line gives in data/sources.txt).
+//
 // The files of an assembly: listing and HEX goldens (data/output, the HEX files made and
 // checked with avr-objcopy by make-hex-goldens.py), the base name, the error navigation
 // lists, status reporting and the image rules.
+//
+// Assemble With AVR Assembler, with a stand-in for the tool: a shell script that writes
+// what it is asked to write, so that the copying and the failure texts can be seen.
 
 #include <gtest/gtest.h>
 
@@ -12,13 +20,97 @@
 #include "asmfixture.h"
 #include "assembler/asmassemble.h"
 #include "assembler/asmcommands.h"
+#include "assembler/asmexpression.h"
 #include "assembler/asmhexfile.h"
 #include "assembler/asmlisting.h"
+#include "assembler/asmpreprocess.h"
+#include "assembler/externalassembler.h"
 #include "image/hexreader.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
 namespace {
+
+int32_t expected(const TableRow& row, int32_t invalid) {
+    return row[1] == "invalid" ? invalid : static_cast<int32_t>(row.number(1));
+}
+
+// Predefined symbols of the small model, the location at word 300 and three source names.
+AsmContext context() {
+    AsmContext ctx = assemble(" .EQU TEN = 10\n .EQU NEG = -3\n .EQU BIG = 100000\n");
+    EXPECT_EQ(ctx.asmerrors, 0);
+    ctx.asmlocation = 300;
+    return ctx;
+}
+
+TEST(AsmNumbers, EveryNotationThroughDw) {
+    for (const TableRow& row : tablerows("tables.txt", "Numbers through .DW"))
+        EXPECT_EQ(dwvalue(row[0]), expected(row, -1)) << row.where;
+    EXPECT_EQ(assembleline("LDI R16,0b2").line().errortext, "Invalid argument of the instruction.");
+}
+
+TEST(AsmNumbers, ALoneDollarIsTheLocationNotANumber) {
+    // The number reader refuses "$"; the evaluator reads it as the location counter.
+    EXPECT_EQ(parsenumber16("$"), kNotANumber16);
+    const AsmContext ctx = assemble(" NOP\n NOP\n .DW $\n .DW $,$\n");
+    EXPECT_EQ(ctx.asmerrors, 0);
+    EXPECT_EQ(opcodewords(ctx.lines[2].opcode), std::vector<uint16_t>{2});
+    EXPECT_EQ(opcodewords(ctx.lines[3].opcode), (std::vector<uint16_t>{3, 3}));
+}
+
+TEST(AsmExpressions, OperatorsDivisionWideNumbersAndPrefixes) {
+    const AsmContext ctx = context();
+    for (const TableRow& row : tablerows("tables.txt", "Expressions"))
+        EXPECT_EQ(asmevalexpr(ctx, row[0]), expected(row, kAsmInvalid)) << row.where;
+}
+
+TEST(AsmExpressions, TheLocationAboveWhatTheNumberReaderTakes) {
+    AsmContext ctx = context();
+    ctx.asmlocation = 65535;
+    EXPECT_EQ(asmevalexpr(ctx, "$"), 65535);
+    ctx.asmlocation = 65536;
+    EXPECT_EQ(asmevalexpr(ctx, "$"), kAsmInvalid);
+}
+
+TEST(AsmExpressions, TermSentinel) {
+    const AsmContext ctx = context();
+    EXPECT_EQ(asmevalterm(ctx, "TEN*2"), 20);
+    EXPECT_EQ(asmevalterm(ctx, "nonsense"), kNotANumber16);
+    EXPECT_EQ(asmevalterm(ctx, "$10000"), kNotANumber16);
+}
+
+TEST(AsmPreprocess, ForeignDirectivesFunctionsSetAndDef) {
+    for (const TableRow& row : tablerows("tables.txt", "Preprocess"))
+        EXPECT_EQ(asmpreprocess(row[0]), row[1]) << row.where;
+}
+
+TEST(AsmPasses, SourcesAndWhatEachLineGives) { checksources("sources.txt"); }
+
+TEST(AsmPredefined, ModelDefinitionsRegistersAndRamend) {
+    AsmModel model = smallmodel();
+    model.extendedio = 160;
+    model.definitiontext.push_back(".equ WIDE = $12345");
+    model.definitiontext.push_back(".equ LOWER = 3   ; trailing");
+    const AsmContext ctx = assemble("", model);
+    EXPECT_TRUE(ctx.lines.empty());
+    EXPECT_EQ(ctx.asmerrors, 0);
+    EXPECT_EQ(symbol(ctx, "PORTB"), 0x18);
+    EXPECT_EQ(symbol(ctx, "DDRB"), 0x17);
+    EXPECT_EQ(symbol(ctx, "SPL"), 0x3D);
+    EXPECT_EQ(symbol(ctx, "SREG_I"), 7);
+    EXPECT_EQ(symbol(ctx, "lower"), 3);
+    EXPECT_EQ(symbol(ctx, "NOTEQU"), -12345);  // not a .EQU line
+    EXPECT_EQ(symbol(ctx, "BROKEN"), -12345);  // no "="
+    EXPECT_EQ(symbol(ctx, "WIDE"), kNotANumber16);  // read by the 16-bit reader
+    for (int r = 0; r < 32; ++r) EXPECT_EQ(symbol(ctx, "R" + std::to_string(r)), r);
+    const char* halves[] = {"XL", "XH", "YL", "YH", "ZL", "ZH"};
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(symbol(ctx, halves[i]), 26 + i);
+    EXPECT_EQ(symbol(ctx, "RAMEND"), 1024 + 160 + 96 - 1);
+    EXPECT_EQ(symbol(ctx, "X"), -12345);
+    // The model's lines come first, in their order.
+    EXPECT_EQ(ctx.symbols.front().name, "UDR");
+    EXPECT_EQ(ctx.symbols.back().name, "RAMEND");
+}
 
 const std::filesystem::path kGoldens = std::filesystem::path(VELMORA_TEST_DATA_DIR) / "output";
 
@@ -187,6 +279,73 @@ TEST(AsmCommands, DeletingTheOutputsLeavesTheSource) {
     EXPECT_FALSE(std::filesystem::exists(folder / "p.lst"));
     EXPECT_FALSE(std::filesystem::exists(folder / "p.hex"));
     EXPECT_TRUE(std::filesystem::exists(folder / "p.asm"));
+}
+
+namespace fs = std::filesystem;
+
+// A tool that writes its listing (the argument after -l) and, when `writehex`, the HEX file
+// beside its source, and records its arguments.
+fs::path faketool(const TempFolder& folder, bool writehex) {
+    const fs::path tool = folder / "avrasm";
+    std::string script = "#!/bin/sh\necho \"$@\" > \"" + (folder / "arguments.txt").string() + "\"\n";
+    script += "echo listing > \"$5\"\n";
+    if (writehex) script += "echo ':00000001FF' > \"${6%.asm}.hex\"\n";
+    writefile(tool, script);
+    fs::permissions(tool, fs::perms::owner_all);
+    return tool;
+}
+
+ExternalAsmRequest request(const TempFolder& folder, const fs::path& tool) {
+    fs::create_directory(folder / "src");
+    fs::create_directory(folder / "tmp");
+    writefile(folder / "src" / "prog.asm", " NOP\n");
+    ExternalAsmRequest r;
+    r.toolpath = tool.string();
+    r.modelname = "ATmega32";
+    r.folder = (folder / "src").string();
+    r.filename = "prog.asm";
+    r.tempfolder = (folder / "tmp").string();
+    // The waits are real: the run ends as soon as the tool has ended, within 11 of them.
+    return r;
+}
+
+TEST(AsmExternal, IncludeFileNamesFollowTheModelFamily) {
+    EXPECT_EQ(asmincludefilename("AT90S8515"), "8515def.inc");
+    EXPECT_EQ(asmincludefilename("ATtiny2313"), "tn2313def.inc");
+    EXPECT_EQ(asmincludefilename("ATmega32"), "m32def.inc");
+    EXPECT_EQ(asmexternalcommandline("tool", asmexternalarguments("m32def.inc", "l.lst", "s.asm")),
+              "tool -i m32def.inc -fI -l l.lst s.asm");
+}
+
+TEST(AsmExternal, TheToolsFilesComeBackBesideTheSource) {
+    TempFolder folder;
+    const ExternalAsmResult result = asmexternal(request(folder, faketool(folder, true)));
+    EXPECT_TRUE(result.ok) << result.message;
+    EXPECT_EQ(readfile(folder / "src" / "prog.lst"), "listing\n");
+    EXPECT_EQ(readfile(folder / "src" / "prog.hex"), ":00000001FF\n");
+    EXPECT_EQ(readfile(folder / "arguments.txt"),
+              "-i m32def.inc -fI -l " + (folder / "tmp" / "00000000.lst").string() + " " +
+                  (folder / "tmp" / "00000000.asm").string() + "\n");
+    // The three temporary files are gone.
+    EXPECT_TRUE(fs::is_empty(folder / "tmp"));
+}
+
+TEST(AsmExternal, MissingOutputsAreReported) {
+    TempFolder folder;
+    const ExternalAsmResult result = asmexternal(request(folder, faketool(folder, false)));
+    EXPECT_FALSE(result.ok);
+    EXPECT_TRUE(result.haslisting);
+    const std::string lst = (folder / "src" / "prog.lst").string();
+    const std::string hex = (folder / "src" / "prog.hex").string();
+    EXPECT_EQ(result.message, "Assembly was not successful.\nAVR Assembler failed to generate all the expected files " +
+                                  lst + " and " + hex + "!");
+}
+
+TEST(AsmExternal, AMissingToolIsSaidSo) {
+    TempFolder folder;
+    const ExternalAsmResult result = asmexternal(request(folder, folder / "no-such-tool"));
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.message, "The file do not exist.");
 }
 
 }  // namespace
