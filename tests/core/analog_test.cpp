@@ -10,25 +10,23 @@
 #include "core/comparator.h"
 #include "core/encode.h"
 #include "core/minichip.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
 
-// ADMUX bits of the kinds: left adjust (kinds 3, 4, 6, 7, 8), reference input (kind 5).
-constexpr uint8_t kAdlar = 0x20, kReferenceInput = 0x40;
-constexpr uint8_t kAdlarInAdcsrb = 0x10;
-
-MiniChip adcchip(int kind) {
+// A chip with a converter of the kind, enabled.
+MiniChip adcchip(int kind = 3) {
     ChipKinds kinds;
     kinds.adcconf = kind;
-    return MiniChip(kinds);
+    MiniChip chip(kinds);
+    chip.cell(MiniChip::kAdcsra) = kAden;
+    return chip;
 }
 
 // Starts a conversion and runs NOPs until ADSC falls; returns the steps taken.
 int convert(MiniChip& chip, int limit = 190) {
-    std::vector<uint16_t> program(static_cast<size_t>(limit) + 10, kNop);
-    program[0] = sbi(MiniChip::kAdcsra, 6);
-    chip.load(program);
+    chip.load(padded({sbi(MiniChip::kAdcsra, 6)}, static_cast<size_t>(limit) + 10));
     chip.m.pc = 0;
     int steps = 0;
     do {
@@ -58,75 +56,46 @@ TEST(Adc, StartsThatConvertNothing) {
     }
 }
 TEST(Adc, ConversionTimeAndClockSetTheLength) {
-    struct Case {
-        float microseconds, mhz;
-        int steps;  // one SBI of two cycles and NOPs
-        uint64_t cycles;
-    } cases[] = {{25, 4, 99, 100}, {10, 4, 39, 40}, {10, 1, 9, 10}, {1000, 0.5f, 499, 500}, {25, 8, 199, 200}};
-    for (const Case& c : cases) {
-        MiniChip chip = adcchip(3);
-        chip.m.adconversiontime = c.microseconds;
-        chip.m.clockfrequency = c.mhz;
-        chip.cell(MiniChip::kAdcsra) = kAden;
+    for (const TableRow& row : tablerows("analog.txt", "conversion time")) {
+        SCOPED_TRACE(row.where);
+        MiniChip chip = adcchip();
+        chip.m.adconversiontime = static_cast<float>(row.number(0));
+        chip.m.clockfrequency = std::stof(row[1]);
         const uint64_t start = chip.m.totalcycles;
-        EXPECT_EQ(convert(chip, 600), c.steps) << c.microseconds << " us at " << c.mhz << " MHz";
-        EXPECT_EQ(chip.cyclesfrom(start), c.cycles) << c.microseconds << " us at " << c.mhz << " MHz";
+        EXPECT_EQ(convert(chip, 600), row.number(2));
+        EXPECT_EQ(chip.cyclesfrom(start), static_cast<uint64_t>(row.number(3)));
         EXPECT_TRUE(chip.cell(MiniChip::kAdcsra) & kAdif);
         EXPECT_EQ(chip.m.adc.timer, 0.0f);
     }
 }
 
-// One conversion with 100 on channel 1, 900 on channel 9 and `input` on channel 0: ADCH:ADCL by
-// the kind's adjust bit (ADMUX, ADCSRB for kind 2, none for kind 5), its channel bits (three for
-// kind 5) and kind 5's reference input, whose value depends on the bandgap kind.
 TEST(Adc, ResultByKindAdjustChannelAndReference) {
-    struct Case {
-        int kind, bandgap;
-        uint8_t admux, adcsrb;
-        int input, result;
-    } cases[] = {
-        {3, 3, 0, 0, 1023, 0x03FF},          {3, 3, kAdlar, 0, 1023, 0xFFC0},     {3, 3, kAdlar, 0, 514, 0x8080},
-        {4, 3, kAdlar, 0, 1023, 0xFFC0},     {6, 3, kAdlar, 0, 1, 0x0040},        {7, 3, kAdlar, 0, 1023, 0xFFC0},
-        {8, 3, kAdlar, 0, 1023, 0xFFC0},     {8, 3, 0, 0, 600, 0x0258},
-        {2, 3, 0, kAdlarInAdcsrb, 1023, 0xFFC0},                                   {2, 3, kAdlar, 0, 1023, 0x03FF},
-        {5, 3, kAdlar, kAdlarInAdcsrb, 1023, 0x03FF},
-        {2, 3, 9, 0, 0, 900},                {3, 3, 9, 0, 0, 900},                {6, 3, 9, 0, 0, 900},
-        {5, 3, 9, 0, 0, 100},                {3, 3, 0xD1, 0, 0, 100},             {5, 3, 0x21, 0, 0, 100},
-        {5, 1, kReferenceInput, 0, 777, 0},  {5, 2, kReferenceInput, 0, 777, 225}, {5, 3, kReferenceInput, 0, 777, 251},
-        {5, 4, kReferenceInput, 0, 777, 241}, {5, 5, kReferenceInput, 0, 777, 249}, {5, 0, kReferenceInput, 0, 777, 0},
-        {5, 6, kReferenceInput, 0, 777, 0},
-    };
-    for (const Case& c : cases) {
+    for (const TableRow& row : tablerows("analog.txt", "result")) {
+        SCOPED_TRACE(row.where);
         ChipKinds kinds;
-        kinds.adcconf = c.kind;
-        kinds.compconf = {2, c.bandgap, 8, 9};
+        kinds.adcconf = static_cast<int>(row.number(0));
+        kinds.compconf = {2, static_cast<int>(row.number(1)), 8, 9};
         MiniChip chip(kinds);
         chip.cell(MiniChip::kAdcsra) = kAden;
-        chip.cell(MiniChip::kAdmux) = c.admux;
-        chip.cell(MiniChip::kAdcsrb) = c.adcsrb;
+        chip.cell(MiniChip::kAdmux) = static_cast<uint8_t>(row.number(2));
+        chip.cell(MiniChip::kAdcsrb) = static_cast<uint8_t>(row.number(3));
         for (int ch : {0, 1, 9}) setanalogmode(chip.m, ch, true);
-        setanaloginput(chip.m, 0, c.input);
+        setanaloginput(chip.m, 0, static_cast<int>(row.number(4)));
         setanaloginput(chip.m, 1, 100);
         setanaloginput(chip.m, 9, 900);
         convert(chip);
-        EXPECT_EQ(chip.cell(MiniChip::kAdch) * 256 + chip.cell(MiniChip::kAdcl), c.result)
-            << "kind " << c.kind << " bandgap " << c.bandgap << " admux " << int(c.admux) << " adcsrb "
-            << int(c.adcsrb) << " input " << c.input;
+        EXPECT_EQ(chip.cell(MiniChip::kAdch) * 256 + chip.cell(MiniChip::kAdcl), row.number(5));
         EXPECT_TRUE(chip.cell(MiniChip::kAdcsra) & kAdif);
     }
 }
 
 TEST(Adc, TheSampleIsTakenAtTheFirstStep) {
-    MiniChip chip = adcchip(3);
-    chip.cell(MiniChip::kAdcsra) = kAden;
+    MiniChip chip = adcchip();
     for (int ch : {0, 1}) setanalogmode(chip.m, ch, true);
     setanaloginput(chip.m, 0, 300);
     setanaloginput(chip.m, 1, 800);
     // SBI ADSC, then change the channel and the input during the conversion.
-    std::vector<uint16_t> program(200, kNop);
-    program[0] = sbi(MiniChip::kAdcsra, 6);
-    program[1] = sbi(MiniChip::kAdmux, 0);
-    chip.load(program);
+    chip.load(padded({sbi(MiniChip::kAdcsra, 6), sbi(MiniChip::kAdmux, 0)}, 200));
     chip.step(3);
     setanaloginput(chip.m, 0, 5);
     while (chip.cell(MiniChip::kAdcsra) & kAdsc) chip.step();
@@ -134,18 +103,14 @@ TEST(Adc, TheSampleIsTakenAtTheFirstStep) {
 }
 
 TEST(Adc, AReadOfAdclLocksTheResultUntilAdch) {
-    MiniChip chip = adcchip(3);
-    chip.cell(MiniChip::kAdcsra) = kAden;
+    MiniChip chip = adcchip();
     setanalogmode(chip.m, 0, true);
     setanaloginput(chip.m, 0, 0x123);
     convert(chip);
     ASSERT_EQ(chip.cell(MiniChip::kAdcl), 0x23);
-    // IN ADCL without IN ADCH, then a second conversion of another value.
-    std::vector<uint16_t> program(200, kNop);
-    program[0] = ind(16, MiniChip::kAdcl);
-    program[1] = ldi(17, kAden | kAdsc | kAdif);  // start, and clear the old flag
-    program[2] = outd(MiniChip::kAdcsra, 17);
-    chip.load(program);
+    // IN ADCL without IN ADCH, then a second conversion of another value (LDI: start, and
+    // clear the old flag).
+    chip.load(padded({ind(16, MiniChip::kAdcl), ldi(17, kAden | kAdsc | kAdif), outd(MiniChip::kAdcsra, 17)}, 200));
     chip.m.pc = 0;
     setanaloginput(chip.m, 0, 0x3FF);
     chip.step(3);
@@ -164,8 +129,7 @@ TEST(Adc, AReadOfAdclLocksTheResultUntilAdch) {
 }
 
 TEST(Adc, StartAgainForTheNextConversion) {
-    MiniChip chip = adcchip(3);
-    chip.cell(MiniChip::kAdcsra) = kAden;
+    MiniChip chip = adcchip();
     const int first = convert(chip);
     chip.step(20);
     EXPECT_EQ(chip.cell(MiniChip::kAdcsra) & kAdsc, 0);  // no free running
@@ -173,10 +137,8 @@ TEST(Adc, StartAgainForTheNextConversion) {
 }
 
 TEST(Adc, DisablingStopsTheConversion) {
-    MiniChip chip = adcchip(3);
-    chip.cell(MiniChip::kAdcsra) = kAden;
-    std::vector<uint16_t> program(200, kNop);
-    program[0] = sbi(MiniChip::kAdcsra, 6);
+    MiniChip chip = adcchip();
+    std::vector<uint16_t> program = padded({sbi(MiniChip::kAdcsra, 6)}, 200);
     program[10] = cbi(MiniChip::kAdcsra, 7);
     chip.load(program);
     chip.step(11);
@@ -187,7 +149,7 @@ TEST(Adc, DisablingStopsTheConversion) {
 }
 
 TEST(Adc, TheFlagEntersTheAdcInterrupt) {
-    MiniChip chip = adcchip(3);
+    MiniChip chip = adcchip();
     chip.cell(MiniChip::kAdcsra) = kAden | 0x08;  // ADIE
     chip.setsreg(kFlagI);
     const int steps = convert(chip);
@@ -213,82 +175,36 @@ void inputs(MiniChip& chip, int plus, int minus) {
     setanaloginput(chip.m, kMinus, minus);
 }
 
-TEST(Comparator, OutputFollowsTheInputsAndEqualKeepsIt) {
-    struct Case {
-        int plus, minus;
-        bool before, after;
-    } cases[] = {{600, 500, false, true}, {400, 500, true, false}, {500, 500, true, true},
-                 {500, 500, false, false}, {1023, 0, true, true},   {0, 1, false, false}};
-    for (int kind = 2; kind <= 6; ++kind)
-        for (const Case& c : cases) {
-            MiniChip chip = compchip(kind);
-            chip.cell(MiniChip::kAcsr) = static_cast<uint8_t>((c.before ? kAco : 0) | 1);  // mode 1: no flag
-            inputs(chip, c.plus, c.minus);
-            chip.step();
-            EXPECT_EQ(chip.cell(MiniChip::kAcsr), (c.after ? kAco : 0) | 1)
-                << "kind " << kind << ": " << c.plus << " against " << c.minus;
-        }
+// ACSR after one step from the row's ACSR with its two inputs, on every kind of the row.
+void acsrafteronestep(const TableRow& row, int kind, uint8_t acsrb, size_t first) {
+    MiniChip chip = compchip(kind);
+    chip.cell(MiniChip::kAcsrb) = acsrb;
+    chip.cell(MiniChip::kAcsr) = static_cast<uint8_t>(row.number(first + 2));
+    inputs(chip, static_cast<int>(row.number(first)), static_cast<int>(row.number(first + 1)));
+    chip.step();
+    EXPECT_EQ(chip.cell(MiniChip::kAcsr), row.number(first + 3)) << row.where << ", kind " << kind;
 }
 
-// ACSR after one step from `acsr` (mode bits 1-0: 0 toggle, 1 none, 2 falling, 3 rising), with
-// `plus` and `minus` on the two inputs: the output and its flag, ACD, the bandgap (251 for kind
-// 3) on plus, and kind 6's hysteresis from ACSRB; other kinds ignore ACSRB (0x84: no hysteresis,
-// plus from the third input).
+TEST(Comparator, OutputFollowsTheInputsAndEqualKeepsIt) {
+    for (const TableRow& row : tablerows("analog.txt", "output"))
+        for (int kind = 2; kind <= 6; ++kind) acsrafteronestep(row, kind, 0, 0);
+}
+
 TEST(Comparator, AcsrAfterOneStep) {
-    constexpr uint8_t O = kAco, I = kAci;
-    struct Case {
-        int kind;
-        uint8_t acsrb, acsr;
-        int plus, minus;
-        uint8_t after;
-    } cases[] = {
-        {2, 0, 0, 700, 500, O | I},        {2, 0, O, 300, 500, I},          {2, 0, O, 700, 500, O},
-        {2, 0, 0, 300, 500, 0},            {2, 0, 1, 700, 500, O | 1},      {2, 0, O | 1, 300, 500, 1},
-        {2, 0, O | 2, 300, 500, I | 2},    {2, 0, 2, 700, 500, O | 2},      {2, 0, 3, 700, 500, O | I | 3},
-        {2, 0, O | 3, 300, 500, 3},        {2, 0, O | 3, 700, 500, O | 3},  {2, 0, kAcd | O, 900, 100, kAcd | I},
-        {2, 0, kAcbg | 1, 0, 250, kAcbg | O | 1},                           {2, 0, kAcbg | 1, 0, 252, kAcbg | 1},
-        {2, 0x84, 0, 501, 500, O | I},
-        {6, 0x80, 0, 502, 500, 0},         {6, 0x80, 0, 503, 500, O | I},   {6, 0x80, O, 498, 500, O},
-        {6, 0x80, O, 497, 500, I},         {6, 0xC0, 0, 505, 500, 0},       {6, 0xC0, 0, 506, 500, O | I},
-        {6, 0xC0, O, 495, 500, O},         {6, 0xC0, O, 494, 500, I},       {6, 0x40, 0, 501, 500, O | I},
-        {6, 0x00, O, 499, 500, I},
-    };
-    for (const Case& c : cases) {
-        MiniChip chip = compchip(c.kind);
-        chip.cell(MiniChip::kAcsrb) = c.acsrb;
-        chip.cell(MiniChip::kAcsr) = c.acsr;
-        inputs(chip, c.plus, c.minus);
-        chip.step();
-        EXPECT_EQ(chip.cell(MiniChip::kAcsr), c.after) << "kind " << c.kind << " ACSRB " << int(c.acsrb) << " ACSR "
-                                                       << int(c.acsr) << ": " << c.plus << " against " << c.minus;
-    }
+    for (const TableRow& row : tablerows("analog.txt", "acsr"))
+        acsrafteronestep(row, static_cast<int>(row.number(0)), static_cast<uint8_t>(row.number(1)), 2);
 }
 
 TEST(Comparator, MinusThroughTheAdcMultiplexer) {
-    struct Case {
-        int kind;
-        int control;
-        uint8_t bit;
-        bool adcon;
-        uint8_t admux;
-        int minus;  // channel whose value is compared
-    } cases[] = {
-        {3, MiniChip::kAdcsrb, 0x40, false, 0x0B, 3},  {3, MiniChip::kAdcsrb, 0x40, true, 0x0B, kMinus},
-        {3, MiniChip::kSfior, 0x08, false, 0x03, kMinus}, {4, MiniChip::kSfior, 0x08, false, 0x0B, 3},
-        {4, MiniChip::kSfior, 0x08, true, 0x03, kMinus}, {4, MiniChip::kAdcsrb, 0x40, false, 0x03, kMinus},
-        {5, MiniChip::kAcsr, kAcme, false, 0x0B, 11},   {5, MiniChip::kAcsr, kAcme, true, 0x0B, kMinus},
-        {5, MiniChip::kSfior, 0x08, false, 0x03, kMinus}, {2, MiniChip::kAcsr, kAcme, false, 0x03, kMinus},
-        {2, MiniChip::kSfior, 0x08, false, 0x03, kMinus}, {6, MiniChip::kAcsr, kAcme, false, 0x0B, 11},
-        {6, MiniChip::kAcsr, kAcme, true, 0x0B, kMinus},
-    };
-    for (const Case& c : cases) {
-        MiniChip chip = compchip(c.kind);
+    for (const TableRow& row : tablerows("analog.txt", "minus")) {
+        SCOPED_TRACE(row.where);
+        MiniChip chip = compchip(static_cast<int>(row.number(0)));
         for (int ch = 0; ch < kAdcChannelCount; ++ch) setanaloginput(chip.m, ch, 10 * ch + 1);
-        chip.cell(c.control) |= c.bit;
-        chip.cell(MiniChip::kAdcsra) = c.adcon ? kAden : 0;
-        chip.cell(MiniChip::kAdmux) = c.admux;
-        EXPECT_EQ(comparatorinputs(chip.m).minus, 10 * c.minus + 1) << "kind " << c.kind << " case admux "
-                                                                  << int(c.admux) << " adc " << c.adcon;
+        for (const NamedRegister& r : chip.m.namedregisters)
+            if (r.name == row[1]) chip.cell(r.address) |= static_cast<uint8_t>(row.number(2));
+        chip.cell(MiniChip::kAdcsra) = row.flag(3) ? kAden : 0;
+        chip.cell(MiniChip::kAdmux) = static_cast<uint8_t>(row.number(4));
+        EXPECT_EQ(comparatorinputs(chip.m).minus, 10 * row.number(5) + 1);
         EXPECT_EQ(comparatorinputs(chip.m).plus, 10 * kPlus + 1);
     }
 }

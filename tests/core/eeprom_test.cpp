@@ -6,6 +6,7 @@
 #include "core/encode.h"
 #include "core/eeprom.h"
 #include "core/minichip.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -13,10 +14,13 @@ namespace {
 // EERE 0, EEWE 1, EEMWE 2.
 constexpr int kEereBit = 0, kEeweBit = 1, kEemweBit = 2;
 
+// Writes take 50 us: 200 cycles at 4 MHz.
 MiniChip eechip(int kind = 2, int size = 1024) {
     ChipKinds kinds;
     kinds.eeconf = kind;
-    return MiniChip(kinds, size);
+    MiniChip chip(kinds, size);
+    chip.m.eepromwritetime = 50;
+    return chip;
 }
 
 // LDI address and data into EEAR and EEDR, then the master bit and `gap` NOPs (no master bit
@@ -47,70 +51,46 @@ void runwhilewriting(MiniChip& chip, int limit = 5000) {
 
 // The write program up to its EEWE, then the write to its end and 300 steps more.
 TEST(Eeprom, WritesByKindMasterBitAndAddress) {
-    const struct {
-        const char* what;
-        int kind, size, address, gap;
-        bool writes;     // a write starts in the step of EEWE, 4 cycles, and lasts 200 cycles
-        int byte;        // at `address` afterwards; -1: no byte anywhere changed
-        uint8_t eecr;    // afterwards
-    } cases[] = {
-        {"kind 2", 2, 1024, 0x123, 0, true, 0xA7, 0},  {"kind 3", 3, 1024, 0x123, 0, true, 0xA7, 0},
-        {"kind 4", 4, 1024, 0x123, 0, true, 0xA7, 0},  {"kind 5", 5, 1024, 0x123, 0, true, 0xA7, 0},
-        {"kind 6", 6, 1024, 0x123, 0, true, 0xA7, 0},
-        {"kind 0 has plain bits", 0, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
-        {"kind 1 has plain bits", 1, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
-        {"kind 7 has plain bits", 7, 1024, 5, 0, false, 0xFF, kEemwe | kEewe},
-        {"the master bit lives four cycles: one NOP", 2, 1024, 7, 1, true, 0xA7, 0},
-        {"two NOPs are too late", 2, 1024, 7, 2, false, 0xFF, kEewe},
-        {"three NOPs", 2, 1024, 7, 3, false, 0xFF, kEewe},
-        {"EEWE without the master bit", 2, 1024, 7, -1, false, 0xFF, kEewe},
-        {"beyond the EEPROM: nothing written, the time taken", 2, 512, 0x300, 0, true, -1, 0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        MiniChip chip = eechip(c.kind, c.size);
-        chip.m.eepromwritetime = 50;  // 200 cycles at 4 MHz
-        chip.load(writeprogram(c.address, 0xA7, c.gap));
-        chip.step(kSetupSteps + c.gap + 1);  // up to EEWE
-        ASSERT_EQ(chip.m.eeprom.writing, c.writes);
+    for (const TableRow& row : tablerows("eeprom.txt", "writes")) {
+        SCOPED_TRACE(row.where + ": " + row[0]);
+        const int address = static_cast<int>(row.number(3)), gap = static_cast<int>(row.number(4));
+        const long byte = row.number(6);
+        MiniChip chip = eechip(static_cast<int>(row.number(1)), static_cast<int>(row.number(2)));
+        chip.load(writeprogram(address, 0xA7, gap));
+        chip.step(kSetupSteps + gap + 1);  // up to EEWE
+        ASSERT_EQ(chip.m.eeprom.writing, row.flag(5));
         const uint64_t start = chip.m.totalcycles;
-        if (c.writes) { EXPECT_EQ(instructioncycles(chip.m), 2u + 2u); }
+        if (row.flag(5)) { EXPECT_EQ(instructioncycles(chip.m), 2u + 2u); }
         while (chip.m.eeprom.writing && chip.cyclesfrom(start) < 1000) {
             EXPECT_TRUE(chip.cell(MiniChip::kEecr) & kEewe);
-            if (c.byte >= 0) { EXPECT_EQ(chip.m.eeprommem[c.address], 0xFF); }
+            if (byte >= 0) { EXPECT_EQ(chip.m.eeprommem[address], 0xFF); }
             chip.step();
         }
-        EXPECT_EQ(chip.cyclesfrom(start), c.writes ? 200u : 0u);
+        EXPECT_EQ(chip.cyclesfrom(start), row.flag(5) ? 200u : 0u);
         chip.step(300);
-        if (c.byte >= 0) { EXPECT_EQ(chip.m.eeprommem[c.address], c.byte); }
-        if (c.byte < 0) {
-            for (uint8_t byte : chip.m.eeprommem) ASSERT_EQ(byte, 0xFF);
+        if (byte >= 0) { EXPECT_EQ(chip.m.eeprommem[address], byte); }
+        if (byte < 0) {
+            for (uint8_t b : chip.m.eeprommem) ASSERT_EQ(b, 0xFF);
         }
-        EXPECT_EQ(chip.cell(MiniChip::kEecr), c.eecr);
+        EXPECT_EQ(chip.cell(MiniChip::kEecr), row.number(7));
     }
 }
-// SBI EERE stalls four cycles and fills EEDR from EEARH:EEARL, whose high byte counts only
-// above 256 bytes; beyond the EEPROM, EEDR keeps its value.
+
 TEST(Eeprom, ReadsByAddressAndSize) {
-    const struct {
-        int size;
-        uint8_t eearh, eearl;
-        int address;
-    } rows[] = {{1024, 0x02, 0xAB, 0x2AB}, {512, 0x03, 0x00, 0x300}, {256, 0x01, 0x10, 0x010},
-                {128, 0x01, 0x10, 0x010},  {512, 0x01, 0x10, 0x110}};
-    for (const auto& r : rows) {
-        SCOPED_TRACE(std::to_string(r.size) + " bytes, address " + std::to_string(r.address));
-        MiniChip chip = eechip(2, r.size);
+    for (const TableRow& row : tablerows("eeprom.txt", "reads")) {
+        SCOPED_TRACE(row.where);
+        const long size = row.number(0), address = row.number(3);
+        MiniChip chip = eechip(2, static_cast<int>(size));
         for (size_t a = 0; a < chip.m.eeprommem.size(); ++a) chip.m.eeprommem[a] = static_cast<uint8_t>(a ^ 0xA5);
         chip.cell(MiniChip::kEedr) = 0x33;
-        chip.cell(MiniChip::kEearl) = r.eearl;
-        chip.cell(MiniChip::kEearh) = r.eearh;
+        chip.cell(MiniChip::kEearh) = static_cast<uint8_t>(row.number(1));
+        chip.cell(MiniChip::kEearl) = static_cast<uint8_t>(row.number(2));
         chip.load({sbi(MiniChip::kEecr, kEereBit), ind(16, MiniChip::kEedr)});
         chip.step();
         EXPECT_EQ(instructioncycles(chip.m), 2u + 4u);
         EXPECT_EQ(chip.cell(MiniChip::kEecr) & kEere, 0);
         chip.step();
-        EXPECT_EQ(chip.reg(16), r.address < r.size ? (r.address ^ 0xA5) & 0xFF : 0x33);
+        EXPECT_EQ(chip.reg(16), address < size ? (address ^ 0xA5) & 0xFF : 0x33);
     }
 }
 
@@ -129,7 +109,6 @@ TEST(Eeprom, AnInterruptBetweenTheTwoBitsCostsTheWrite) {
     // The entry's four cycles count against the master bit, as on the chip.
     for (bool interrupted : {false, true}) {
         MiniChip chip = eechip();
-        chip.m.eepromwritetime = 50;
         loadbehindthevectors(chip, writeprogram(4, 0x21));
         chip.setsreg(kFlagI);
         chip.cell(MiniChip::kGicr) = 0x40;
@@ -145,7 +124,6 @@ TEST(Eeprom, AnInterruptBetweenTheTwoBitsCostsTheWrite) {
 
 TEST(Eeprom, TheProgramCannotDisturbAWrite) {
     MiniChip chip = eechip();
-    chip.m.eepromwritetime = 50;
     std::vector<uint16_t> p = writeprogram(0x201, 0x77);
     // After EEWE: try a read, change EEDR, EEAR, EECR's mode and read bits, and try to clear EEWE.
     const size_t at = kSetupSteps + 1;
@@ -170,7 +148,6 @@ TEST(Eeprom, TheProgramCannotDisturbAWrite) {
 
 TEST(Eeprom, ReadyInterruptWaitsForTheWrite) {
     MiniChip chip = eechip();
-    chip.m.eepromwritetime = 50;
     loadbehindthevectors(chip, writeprogram(9, 0x01));
     chip.step(kSetupSteps + 1);
     ASSERT_TRUE(chip.m.eeprom.writing);

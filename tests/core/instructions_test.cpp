@@ -9,10 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "core/encode.h"
 #include "core/memory.h"
 #include "core/programcase.h"
 #include "core/stack.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -22,10 +25,7 @@ TEST(ThreeBytePc, CallAndRetTakeFiveCyclesAndThreeBytesRcallFour) {
     Sim sim(262144, 4096, 4096);  // 128 Ki words
     ASSERT_TRUE(sim.m.threebytepc);
     sim.stacktop();
-    std::vector<uint16_t> program(0x20, kNop);
-    program[0] = 0x940F;  // call with target bit 16 set
-    program[1] = 0x0010;
-    sim.load(program);
+    sim.load(padded({0x940F, 0x0010}, 0x20));  // call with target bit 16 set
     sim.m.progmem[0x10010 * 2] = kRet & 0xFF;
     sim.m.progmem[0x10010 * 2 + 1] = kRet >> 8;
     const int top = sim.m.dataspacesize - 1;
@@ -44,42 +44,26 @@ TEST(ThreeBytePc, CallAndRetTakeFiveCyclesAndThreeBytesRcallFour) {
 
 TEST(Stops, SleepUnrecognizedSpmAndTheEndOfMemory) {
     using Reason = Machine::StopReason;
-    const struct {
-        const char* name;
-        int flash, pc;
-        std::vector<uint16_t> words;  // from word `pc` on
-        bool infiniteloopstop;
-        int steps, expectpc;
-        bool stop;
-        Reason reason;
-        uint32_t cycles;  // 0: not checked
-        const char* text;
-    } cases[] = {
-        {"sleep stops after one cycle", 32768, 0, {kSleep}, false, 1, 1, true, Reason::Sleep, 1, ""},
-        {"an unrecognized word stops without moving the PC", 32768, 0, {0x0001}, false, 1, 0, true, Reason::Unrecognized, 1,
-         "UNRECOGNIZED"},
-        {"spm never leaves its address", 32768, 0, {kNop, kSpm}, false, 5, 1, false, Reason::None, 0, "SPM"},
-        {"the last word wraps and stops", 256, 127, {kNop}, false, 1, 0, true, Reason::EndOfMemory, 1, ""},
-        {"a relative jump past the end wraps silently", 256, 126, {rjmp(5)}, false, 1, 4, false, Reason::None, 2, ""},
-        {"rjmp to itself without the option", 32768, 0, {kNop, rjmp(-1)}, false, 3, 1, false, Reason::None, 2, ""},
-        {"rjmp to itself with the option", 32768, 0, {kNop, rjmp(-1)}, true, 3, 1, true, Reason::InfiniteLoop, 2, ""},
-        {"a branch to itself is no infinite loop", 32768, 0, {branch(false, 1, -1)}, true, 3, 0, false, Reason::None,
-         2, ""},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        Sim sim(c.flash, 128, 0);
-        sim.m.infiniteloopstop = c.infiniteloopstop;
-        std::vector<uint16_t> words(static_cast<size_t>(c.pc), kNop);
-        words.insert(words.end(), c.words.begin(), c.words.end());
+    const std::map<std::string, Reason> reasons = {{"sleep", Reason::Sleep},
+                                                   {"unrecognized", Reason::Unrecognized},
+                                                   {"end of memory", Reason::EndOfMemory},
+                                                   {"infinite loop", Reason::InfiniteLoop}};
+    for (const TableRow& row : tablerows("stops.txt", "stops")) {
+        SCOPED_TRACE(row.where + ": " + row[0]);
+        const int pc = static_cast<int>(row.number(4));
+        Sim sim(static_cast<int>(row.number(3)), 128, 0);
+        sim.m.infiniteloopstop = row.flag(5);
+        std::vector<uint16_t> words(static_cast<size_t>(pc), kNop);
+        const std::vector<uint16_t> program = hexwords(row[2]);
+        words.insert(words.end(), program.begin(), program.end());
         sim.load(words);
-        sim.m.pc = c.pc;
-        sim.step(c.steps);
-        EXPECT_EQ(sim.m.pc, c.expectpc);
-        EXPECT_EQ(sim.m.stoprequest, c.stop);
-        if (c.reason != Reason::None) { EXPECT_EQ(sim.m.stopreason, c.reason); }
-        if (c.cycles) { EXPECT_EQ(instructioncycles(sim.m), c.cycles); }
-        if (*c.text) { EXPECT_EQ(instructiontext(sim.m), c.text); }
+        sim.m.pc = pc;
+        sim.step(static_cast<int>(row.number(6)));
+        EXPECT_EQ(sim.m.pc, row.number(7));
+        EXPECT_EQ(sim.m.stoprequest, row.flag(8));
+        if (row[9] != "-") { EXPECT_EQ(sim.m.stopreason, reasons.at(row[9])); }
+        if (row.number(10)) { EXPECT_EQ(instructioncycles(sim.m), static_cast<uint64_t>(row.number(10))); }
+        if (row[11] != "-") { EXPECT_EQ(instructiontext(sim.m), row[11]); }
     }
 }
 
@@ -95,7 +79,7 @@ TEST(Stops, BreakIsOneCycleAndDropsToStepByStep) {
 }
 
 TEST(Instructions, EveryRowOfTheTable) {
-    for (const DataRow& row : datarows("instructions.txt")) {
+    for (const TableRow& row : tablerows("instructions.txt", "instructions")) {
         const ProgramCase c = programrow(row);
         Sim sim;
         sim.stacktop();
@@ -103,9 +87,6 @@ TEST(Instructions, EveryRowOfTheTable) {
         EXPECT_TRUE(sim.messenger.messages.empty()) << c.name;
     }
 }
-
-uint16_t push(int r) { return static_cast<uint16_t>(0x920F | ((r & 31) << 4)); }
-uint16_t pop(int d) { return static_cast<uint16_t>(0x900F | ((d & 31) << 4)); }
 
 // One PUSH or POP at the edges of the SRAM stack: the stack pointer after it, and the fault.
 TEST(SramStack, EdgesOfTheStack) {
@@ -167,9 +148,7 @@ TEST(HardwareStackModel, ThreeNestedCallsFitAndTheFourthOverflowsOnce) {
 
 TEST(HardwareStackModel, RetOnEmptyStackReturnsStaleLevelZero) {
     HardwareStack sim;
-    std::vector<uint16_t> program(0x40, kNop);
-    program[0] = kRet;
-    sim.load(program);
+    sim.load(padded({kRet}, 0x40));
     sim.m.hwstack[0] = 0x21;
     sim.step();
     EXPECT_EQ(sim.m.pc, 0x21);
@@ -214,18 +193,9 @@ struct PortMachine : Sim {
 };
 
 TEST(DataPaths, SideEffectsOfPinAndFlagRegisters) {
-    using P = PortMachine;
-    const ProgramCase cases[] = {
-        {"ones written to PIN toggle the port", {ri(0xE000, 16, 0xFF), out(0x16, 16)}, {{P::kPortB, 0x0F}}, 2,
-         {{P::kPortB, 0xF0}, {P::kPinB, 0x00}}},
-        {"a one clears its flag, a zero keeps it", {ri(0xE000, 16, 0x40), out(0x1A, 16)}, {{P::kFlags, 0xC0}}, 2,
-         {{P::kFlags, 0x80}}},
-        {"sbi on a flag register clears every set flag", {iobit(0x9A00, 0x1A, 0)}, {{P::kFlags, 0xC0}}, 1,
-         {{P::kFlags, 0x01}}, 1, 2},
-    };
-    for (const ProgramCase& c : cases) {
+    for (const TableRow& row : tablerows("sideeffects.txt", "side effects")) {
         PortMachine sim;
-        runprogram(sim, c);
+        runprogram(sim, programrow(row));
     }
 }
 

@@ -5,12 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "core/encode.h"
 #include "core/extinterrupts.h"
 #include "core/interrupts.h"
 #include "core/memory.h"
 #include "core/minichip.h"
 #include "support/ioencode.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -18,23 +21,20 @@ namespace {
 
 constexpr uint8_t kIntf0 = 0x40, kIntf1 = 0x80;
 
+// A row of [external kinds]: the interrupt's pin and sense bits on a chip of its kind.
 struct KindCase {
     bool int1;
-    int kind;
-    int portcode;
+    int kind, portcode;
     uint8_t pin;
     int control;  // register holding the sense bits
     int shift;
 };
 
-// From the table of kinds: pins and sense bits as the chips of each kind have them.
-const KindCase kKinds[] = {
-    {false, 2, kPortD, 0x04, MiniChip::kMcucr, 0}, {false, 3, kPortD, 0x04, MiniChip::kEicra, 0},
-    {false, 4, kPortD, 0x01, MiniChip::kEicra, 0}, {false, 5, kPortB, 0x04, MiniChip::kMcucr, 0},
-    {false, 6, kPortB, 0x40, MiniChip::kMcucr, 0}, {false, 7, kPortB, 0x02, MiniChip::kMcucr, 0},
-    {true, 2, kPortD, 0x08, MiniChip::kMcucr, 2},  {true, 3, kPortD, 0x08, MiniChip::kEicra, 2},
-    {true, 4, kPortD, 0x02, MiniChip::kEicra, 2},  {true, 5, kPortA, 0x04, MiniChip::kMcucr, 0},
-};
+KindCase kindcase(const TableRow& row) {
+    return {row[0] == "INT1", static_cast<int>(row.number(1)), kPortCodeA + (row[2][0] - 'A'),
+            static_cast<uint8_t>(row.number(3)), row[4] == "EICRA" ? MiniChip::kEicra : MiniChip::kMcucr,
+            static_cast<int>(row.number(5))};
+}
 
 MiniChip chipfor(const KindCase& c) {
     ChipKinds kinds;
@@ -52,8 +52,9 @@ void stepwithinput(MiniChip& chip, int portcode, uint8_t value) {
 }
 
 TEST(ExternalInterrupts, EachKindWatchesItsPinWithItsSenseBits) {
-    for (const KindCase& c : kKinds) {
-        SCOPED_TRACE((c.int1 ? "INT1 kind " : "INT0 kind ") + std::to_string(c.kind));
+    for (const TableRow& row : tablerows("interrupts.txt", "external kinds")) {
+        SCOPED_TRACE(row.where);
+        const KindCase c = kindcase(row);
         const uint8_t flag = c.int1 ? kIntf1 : kIntf0;
         {
             MiniChip chip = chipfor(c);
@@ -103,23 +104,15 @@ TEST(ExternalInterrupts, KindsWithoutExternalInterrupts) {
 }
 
 TEST(ExternalInterrupts, SenseValues) {
-    struct Case {
-        int sense;
-        bool from, to, flag;
-    } cases[] = {
-        {0, false, true, false}, {0, true, false, false}, {1, false, true, true},  {1, true, false, true},
-        {1, true, true, false},  {2, true, false, true},  {2, false, true, false}, {2, false, false, false},
-        {3, false, true, true},  {3, true, false, false}, {3, true, true, false},
-    };
-    for (const Case& c : cases) {
+    for (const TableRow& row : tablerows("interrupts.txt", "sense")) {
         MiniChip chip;
-        chip.cell(MiniChip::kMcucr) = static_cast<uint8_t>(c.sense << 2);  // INT1 on PD3
-        stepwithinput(chip, kPortD, c.from ? 0x08 : 0);
-        stepwithinput(chip, kPortD, c.from ? 0x08 : 0);
+        chip.cell(MiniChip::kMcucr) = static_cast<uint8_t>(row.number(0) << 2);
+        const uint8_t from = row.number(1) ? 0x08 : 0;
+        stepwithinput(chip, kPortD, from);
+        stepwithinput(chip, kPortD, from);
         chip.cell(MiniChip::kGifr) = 0;
-        stepwithinput(chip, kPortD, c.to ? 0x08 : 0);
-        EXPECT_EQ(chip.cell(MiniChip::kGifr), c.flag ? kIntf1 : 0)
-            << "sense " << c.sense << " " << c.from << "->" << c.to;
+        stepwithinput(chip, kPortD, row.number(2) ? 0x08 : 0);
+        EXPECT_EQ(chip.cell(MiniChip::kGifr), row.flag(3) ? kIntf1 : 0) << row.where;
     }
 }
 
@@ -200,32 +193,20 @@ struct InterruptMachine : Sim {
     }
 };
 
-// The PC after each step from word `pc`, with SREG, the enables, the flags and the status set.
 TEST(Interrupts, PriorityPolarityAndTheInstructionAfterReti) {
     using M = InterruptMachine;
-    const struct {
-        const char* name;
-        uint8_t sreg, enable, flags, status;
-        int pc;
-        std::vector<int> pcs;
-    } cases[] = {
-        {"nothing with I clear", 0, 0xC0, 0xC0, 0x00, 5, {6, 7}},
-        {"the earlier entry wins; RETI lets exactly one instruction run", kFlagI, 0xC0, 0xC0, 0x00, 5, {0x10, 5, 6, 0x20}},
-        {"a disabled entry is skipped", kFlagI, 0x80, 0xC0, 0x00, 5, {0x20}},
-        {"a ready interrupt fires while its bit is clear and stays", kFlagI, 0x08, 0x00, 0x00, 1, {0x30, 1, 2, 0x30}},
-        {"and not while it is set", kFlagI, 0x08, 0x00, 0x02, 1, {2, 3}},
-        {"SEI at word 1 lets a pending entry in at the very next step", 0, 0x40, 0x40, 0x00, 1, {2, 0x10}},
-    };
-    for (const auto& c : cases) {
+    for (const TableRow& row : tablerows("interrupts.txt", "priority")) {
+        SCOPED_TRACE(row.where + ": " + row[0]);
         InterruptMachine sim;
-        sim.setsreg(c.sreg);
-        sim.m.datamem[M::kEnable] = c.enable;
-        sim.m.datamem[M::kFlags] = c.flags;
-        sim.m.datamem[M::kStatus] = c.status;
-        sim.m.pc = c.pc;
-        for (size_t i = 0; i < c.pcs.size(); ++i) {
+        sim.setsreg(static_cast<uint8_t>(row.number(1)));
+        sim.m.datamem[M::kEnable] = static_cast<uint8_t>(row.number(2));
+        sim.m.datamem[M::kFlags] = static_cast<uint8_t>(row.number(3));
+        sim.m.datamem[M::kStatus] = static_cast<uint8_t>(row.number(4));
+        sim.m.pc = static_cast<int>(row.number(5));
+        std::istringstream pcs(row[6]);
+        for (std::string pc; pcs >> pc;) {
             sim.step();
-            EXPECT_EQ(sim.m.pc, c.pcs[i]) << c.name << ", step " << i + 1;
+            EXPECT_EQ(sim.m.pc, std::stoi(pc, nullptr, 0)) << "after pc " << pc;
         }
     }
 }

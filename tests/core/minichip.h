@@ -47,29 +47,35 @@ struct MiniChip : Sim {
         m.kinds.adcconf = kinds.adcconf;
         m.kinds.eeconf = kinds.eeconf;
         m.namedregisters.clear();
+        using R = RegisterRoles;
         const struct {
             const char* name;
             int address;
             uint8_t reset, mask;
+            int R::*role = nullptr;
         } registers[] = {
-            {"PINA", kPina, 0, 0},       {"DDRA", kDdra, 0, 0xFF},     {"PORTA", kPorta, 0, 0xFF},
-            {"PINB", kPinb, 0, 0},       {"DDRB", kDdrb, 0, 0xFF},     {"PORTB", kPortb, 0, 0xFF},
-            {"PINC", kPinc, 0, 0},       {"DDRC", kDdrc, 0, 0xFF},     {"PORTC", kPortc, 0, 0xFF},
-            {"PIND", kPind, 0, 0},       {"DDRD", kDdrd, 0, 0xFF},     {"PORTD", kPortd, 0, 0xFF},
-            {"ADCL", kAdcl, 0, 0},       {"ADCH", kAdch, 0, 0},        {"ADCSRA", kAdcsra, 0, 0xEF},
-            {"ADMUX", kAdmux, 0, 0xFF},  {"ACSR", kAcsr, 0, 0xCF},     {"EECR", kEecr, 0, 0x3F},
-            {"EEDR", kEedr, 0, 0xFF},    {"EEARL", kEearl, 0, 0xFF},   {"EEARH", kEearh, 0, 0x03},
-            {"SFIOR", kSfior, 0, 0xEF},  {"MCUCR", kMcucr, 0, 0xFF},   {"GIFR", kGifr, 0, 0},
-            {"GICR", kGicr, 0, 0xE3},    {"EICRA", kEicra, 0, 0xFF},   {"ADCSRB", kAdcsrb, 0, 0xFF},
-            {"ACSRB", kAcsrb, 0, 0xFF},  {"SPL", kSplAddress, 0, 0xFF}, {"SPH", kSphAddress, 0, 0xFF},
+            {"PINA", kPina, 0, 0},          {"DDRA", kDdra, 0, 0xFF},       {"PORTA", kPorta, 0, 0xFF},
+            {"PINB", kPinb, 0, 0},          {"DDRB", kDdrb, 0, 0xFF},       {"PORTB", kPortb, 0, 0xFF},
+            {"PINC", kPinc, 0, 0},          {"DDRC", kDdrc, 0, 0xFF},       {"PORTC", kPortc, 0, 0xFF},
+            {"PIND", kPind, 0, 0},          {"DDRD", kDdrd, 0, 0xFF},       {"PORTD", kPortd, 0, 0xFF},
+            {"ADCL", kAdcl, 0, 0, &R::adcl},             {"ADCH", kAdch, 0, 0, &R::adch},
+            {"ADCSRA", kAdcsra, 0, 0xEF, &R::adcsra},    {"ADMUX", kAdmux, 0, 0xFF, &R::admux},
+            {"ACSR", kAcsr, 0, 0xCF, &R::acsr},          {"EECR", kEecr, 0, 0x3F, &R::eecr},
+            {"EEDR", kEedr, 0, 0xFF, &R::eedr},          {"EEARL", kEearl, 0, 0xFF, &R::eearl},
+            {"EEARH", kEearh, 0, 0x03, &R::eearh},       {"SFIOR", kSfior, 0, 0xEF, &R::sfior},
+            {"MCUCR", kMcucr, 0, 0xFF, &R::mcucr},       {"GIFR", kGifr, 0, 0},
+            {"GICR", kGicr, 0, 0xE3},                    {"EICRA", kEicra, 0, 0xFF, &R::eicra},
+            {"ADCSRB", kAdcsrb, 0, 0xFF, &R::adcsrb},    {"ACSRB", kAcsrb, 0, 0xFF, &R::acsrb},
+            {"SPL", kSplAddress, 0, 0xFF},               {"SPH", kSphAddress, 0, 0xFF},
             {"SREG", kSregAddress, 0, 0xFF},
         };
+        RegisterRoles& roles = m.roles;
+        roles = RegisterRoles{};
         for (const auto& r : registers) {
             m.namedregisters.push_back({"$" + hex3(r.address) + "   " + r.name, r.name, r.address, r.reset});
             m.datamask[r.address] = r.mask;
+            if (r.role) roles.*r.role = r.address;
         }
-        RegisterRoles& roles = m.roles;
-        roles = RegisterRoles{};
         const int ports[][3] = {{kPorta, kPina, kDdra}, {kPortb, kPinb, kDdrb}, {kPortc, kPinc, kDdrc},
                                 {kPortd, kPind, kDdrd}};
         for (int i = 0; i < 4; ++i) {
@@ -78,20 +84,6 @@ struct MiniChip : Sim {
             roles.pin[i] = ports[i][1];
             roles.ddr[i] = ports[i][2];
         }
-        roles.adcl = kAdcl;
-        roles.adch = kAdch;
-        roles.adcsra = kAdcsra;
-        roles.admux = kAdmux;
-        roles.adcsrb = kAdcsrb;
-        roles.acsr = kAcsr;
-        roles.acsrb = kAcsrb;
-        roles.eecr = kEecr;
-        roles.eedr = kEedr;
-        roles.eearl = kEearl;
-        roles.eearh = kEearh;
-        roles.sfior = kSfior;
-        roles.mcucr = kMcucr;
-        roles.eicra = kEicra;
         // Channels 0-7 on port A, 8 and 9 on PB2 and PB3, 10 on PD6.
         m.adcchannels = {};
         for (int ch = 0; ch < 8; ++ch) m.adcchannels[ch] = {true, kPortA, static_cast<uint8_t>(1u << ch), ch};

@@ -5,30 +5,24 @@
 
 #include "core/encode.h"
 #include "core/minichip.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
 
 TEST(Ports, LevelIsPortOnOutputsAndTheLatchOnInputs) {
-    struct Case {
-        uint8_t ddr, port, input, level;
-    } cases[] = {
-        {0x00, 0xFF, 0x00, 0x00},  // pull-ups are not modelled
-        {0x00, 0x00, 0xA5, 0xA5},
-        {0xFF, 0x3C, 0xFF, 0x3C},
-        {0x0F, 0x05, 0xF0, 0xF5},
-        {0xF0, 0xAF, 0x0A, 0xAA},
-    };
-    for (const Case& c : cases) {
+    for (const TableRow& row : tablerows("ports.txt", "levels")) {
+        SCOPED_TRACE(row.where);
+        const auto ddr = static_cast<uint8_t>(row.number(0)), input = static_cast<uint8_t>(row.number(2));
         MiniChip chip;
-        chip.cell(MiniChip::kDdrc) = c.ddr;
-        chip.cell(MiniChip::kPortc) = c.port;
-        putinput(chip.m, kPortC, c.input);
+        chip.cell(MiniChip::kDdrc) = ddr;
+        chip.cell(MiniChip::kPortc) = static_cast<uint8_t>(row.number(1));
+        putinput(chip.m, kPortC, input);
         portstep(chip.m);
-        EXPECT_EQ(getlevel(chip.m, kPortC), c.level) << int(c.ddr) << " " << int(c.port) << " " << int(c.input);
-        EXPECT_EQ(getreadvalue(chip.m, kPortC), c.level);
+        EXPECT_EQ(getlevel(chip.m, kPortC), row.number(3));
+        EXPECT_EQ(getreadvalue(chip.m, kPortC), row.number(3));
         // Bits of output pins are forgotten by the latch.
-        EXPECT_EQ(getinput(chip.m, kPortC), c.input & ~c.ddr);
+        EXPECT_EQ(getinput(chip.m, kPortC), input & ~ddr);
     }
 }
 
@@ -123,30 +117,18 @@ TEST(Ports, SbisSeesADeviceChangeMadeSinceTheLastStep) {
 }
 
 TEST(Ports, ChannelsFollowTheirDigitalPins) {
-    struct Case {
-        const char* what;
-        bool output, portbit, input, analog;
-        int value, expected;
-        bool readsas;
-    } cases[] = {
-        {"digital input high", false, false, true, false, 300, 1023, true},
-        {"digital input low", false, false, false, false, 300, 0, false},
-        {"digital output high", true, true, false, false, 300, 1023, true},
-        {"analog input keeps its value", false, false, true, true, 300, 300, false},
-        {"analog on an output follows it", true, true, false, true, 300, 1023, false},
-        {"analog on a low output", true, false, false, true, 300, 0, false},
-    };
-    for (const Case& c : cases) {
+    for (const TableRow& row : tablerows("ports.txt", "channels")) {
+        SCOPED_TRACE(row.where + ": " + row[0]);
         MiniChip chip;
         Machine& m = chip.m;
-        chip.cell(MiniChip::kDdra) = c.output ? 0x08 : 0;
-        chip.cell(MiniChip::kPorta) = c.portbit ? 0x08 : 0;
-        if (c.input) setinput(m, kPortA, 0x08);
-        setanalogmode(m, 3, c.analog);
-        setanaloginput(m, 3, c.value);
+        chip.cell(MiniChip::kDdra) = row.flag(1) ? 0x08 : 0;
+        chip.cell(MiniChip::kPorta) = row.flag(2) ? 0x08 : 0;
+        if (row.flag(3)) setinput(m, kPortA, 0x08);
+        setanalogmode(m, 3, row.flag(4));
+        setanaloginput(m, 3, 300);
         portstep(m);
-        EXPECT_EQ(analoginput(m, 3), c.expected) << c.what;
-        EXPECT_EQ(testreadvalue(m, kPortA, 0x08), c.readsas ? 1 : 0) << c.what;
+        EXPECT_EQ(analoginput(m, 3), row.number(5));
+        EXPECT_EQ(testreadvalue(m, kPortA, 0x08), row.flag(6) ? 1 : 0);
     }
 }
 
@@ -180,13 +162,8 @@ TEST(Ports, ChannelAccessOutOfRange) {
 }
 
 TEST(Ports, AnalogText) {
-    struct Case {
-        int value;
-        bool voltage;
-        const char* text;
-    } cases[] = {{0, false, "0"},      {1023, false, "1023"}, {1023, true, "5.00V"}, {512, true, "2.50V"},
-                 {10, true, "0.05V"},  {0, true, "0.00V"},    {225, true, "1.10V"},  {205, true, "1.00V"}};
-    for (const Case& c : cases) EXPECT_EQ(analogtext(c.value, c.voltage), c.text) << c.value;
+    for (const TableRow& row : tablerows("ports.txt", "analog text"))
+        EXPECT_EQ(analogtext(static_cast<int>(row.number(0)), row.flag(1)), row[2]) << row.where;
 }
 
 TEST(Ports, ResetClearsInputsUnlessPreserved) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "support/datafile.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -39,30 +39,24 @@ inline void runprogram(Sim& sim, const ProgramCase& c) {
     if (c.cycles >= 0) { EXPECT_EQ(instructioncycles(sim.m), static_cast<uint64_t>(c.cycles)); }
 }
 
-// The columns of a table row, split at "|", without the spaces around them.
-inline std::vector<std::string> columns(const std::string& text) {
-    std::vector<std::string> fields;
+// Program words written as hexadecimal numbers between blanks.
+inline std::vector<uint16_t> hexwords(const std::string& text) {
+    std::vector<uint16_t> words;
     std::istringstream in(text);
-    for (std::string field; std::getline(in, field, '|');) {
-        const size_t first = field.find_first_not_of(' '), last = field.find_last_not_of(' ');
-        fields.push_back(first == std::string::npos ? "" : field.substr(first, last - first + 1));
-    }
-    if (!text.empty() && text.back() == '|') fields.push_back("");
-    return fields;
+    for (std::string w; in >> w;) words.push_back(static_cast<uint16_t>(std::stoi(w, nullptr, 16)));
+    return words;
 }
 
 // "name | program | words | before | steps | after"; cells as rN, sreg, spl, sph or $address,
 // with "pc" and "cycles" among those after; every number hexadecimal.
-inline ProgramCase programrow(const DataRow& row) {
-    const std::vector<std::string> fields = columns(row.text);
-    ProgramCase c{"line " + std::to_string(row.line) + ": " + fields[0], {}, {}, 0, {}};
-    if (fields.size() != 6) {
-        ADD_FAILURE() << c.name << ": " << fields.size() << " fields";
+inline ProgramCase programrow(const TableRow& row) {
+    ProgramCase c{row.where + ": " + row[0], {}, {}, 0, {}};
+    if (row.cells.size() != 6) {
+        ADD_FAILURE() << c.name << ": " << row.cells.size() << " cells";
         return c;
     }
-    std::istringstream words(fields[2]);
-    for (std::string w; words >> w;) c.words.push_back(static_cast<uint16_t>(std::stoi(w, nullptr, 16)));
-    c.steps = std::stoi(fields[4]);
+    c.words = hexwords(row[2]);
+    c.steps = std::stoi(row[4]);
     const auto cells = [&](const std::string& text, std::vector<Cell>& into) {
         std::istringstream in(text);
         for (std::string token; in >> token;) {
@@ -79,8 +73,8 @@ inline ProgramCase programrow(const DataRow& row) {
             else ADD_FAILURE() << c.name << ": no cell " << key;
         }
     };
-    cells(fields[3], c.before);
-    cells(fields[5], c.after);
+    cells(row[3], c.before);
+    cells(row[5], c.after);
     return c;
 }
 

@@ -13,57 +13,13 @@
 #include <vector>
 
 #include "core/memory.h"
+#include "core/programcase.h"
 #include "support/ioencode.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
 namespace {
-
-constexpr int kSregIo = 0x3F, kSplIo = 0x3D, kSphIo = 0x3E;
-
-uint16_t push(int r) { return r1(0x920F, r); }
-uint16_t pop(int r) { return r1(0x900F, r); }
-uint16_t ldx(int d) { return r1(0x900C, d); }
-uint16_t stx(int r) { return r1(0x920C, r); }
-uint16_t bld(int d, int bit) { return static_cast<uint16_t>(r1(0xF800, d) | bit); }
-constexpr uint16_t kSec = 0x9408;
-
-struct Row {
-    const char* name;
-    int flashsize, sramsize;
-    std::vector<uint16_t> program;
-    int faults;  // stack messages, worked out by hand
-    bool infiniteloopstop = false;
-};
-
-const Row kRows[] = {
-    // SREG written by OUT, ST and STS and read by IN, LD and LDS between flag instructions
-    // and branches that test it.
-    {"SREG through the data space", 4096, 256,
-     {ldi(16, 0x03), out(kSregIo, 16), in(17, kSregIo), branch(true, 0, 1), inc(20), ldi(26, 0x5F), ldi(27, 0),
-      ldx(18), ldi(16, 0x40), stx(16), bld(21, 3), lds(19), 0x005F, kSec, ldi(22, 0x14), sts(22), 0x005F,
-      branch(true, 4, 1), inc(23), in(24, kSregIo), inc(25), kSleep},
-     0},
-    // Nested calls (RCALL, ICALL), pushes and pops with the stack at the top of SRAM.
-    {"calls and pushes in SRAM", 4096, 256,
-     {ldi(16, 0x5F), out(kSplIo, 16), ldi(16, 0x01), out(kSphIo, 16), ldi(30, 0x11), ldi(31, 0), rcall(3),
-      inc(20), kSleep, kNop, push(20), rcall(2), pop(21), kRet, inc(20), kIcall, kRet, kRet},
-     0},
-    // SP one above the bottom of SRAM: the second and third pushes leave SRAM with their
-    // messages, and so does the first pop; the other two come back into SRAM.
-    {"the stack pointer leaving SRAM", 4096, 256,
-     {ldi(16, 0x61), out(kSplIo, 16), ldi(16, 0), out(kSphIo, 16), ldi(16, 7), inc(20), inc(20), inc(20), inc(20),
-      push(16), push(16), push(16), pop(17), pop(18), pop(19), kSleep},
-     3},
-    // No SRAM: three nested calls and their returns on the three-level hardware stack, then a
-    // fourth level that overflows it.
-    {"the hardware stack", 256, 0,
-     {rcall(2), rcall(7), kSleep, rcall(1), kRet, rcall(1), kRet, inc(20), kRet, rcall(1), kSleep, rcall(1), kSleep,
-      rcall(1), kSleep, kSleep},
-     1},
-    {"running off the end of program memory", 256, 0, {inc(20), inc(20)}, 0},
-    {"a jump to itself", 4096, 256, {inc(20), rjmp(-1)}, 0, true},
-};
 
 struct End {
     uint64_t cycles, instructions;
@@ -75,14 +31,15 @@ struct End {
     bool operator==(const End&) const = default;
 };
 
-// Runs the row at a rate: Step By Step a step at a time, or Ultimate again after each drop
+// Runs a row of data/quietruns.txt at a rate: Step By Step a step at a time, or Ultimate again after each drop
 // to Step By Step (a fault's message drops the rate).
-End runrow(const Row& row, bool fast) {
-    Sim sim(row.flashsize, row.sramsize, 0);
-    std::vector<uint16_t> program = row.program;
-    program.resize(row.flashsize / 2, kNop);
+End runrow(const TableRow& row, bool fast) {
+    const int flashsize = static_cast<int>(row.number(3));
+    Sim sim(flashsize, static_cast<int>(row.number(4)), 0);
+    std::vector<uint16_t> program = hexwords(row[2]);
+    program.resize(static_cast<size_t>(flashsize / 2), kNop);
     sim.load(program);
-    sim.m.infiniteloopstop = row.infiniteloopstop;
+    sim.m.infiniteloopstop = row.flag(6);
     sim.run.phases.busy = [](const Machine&) { return false; };
     sim.run.menuspeed(fast ? kRateUltimate : kRateStep);
     sim.run.menustart();
@@ -98,8 +55,8 @@ End runrow(const Row& row, bool fast) {
 }
 
 TEST(QuietState, FastRunsEndWhereSingleStepsEnd) {
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.name);
+    for (const TableRow& row : tablerows("quietruns.txt", "runs")) {
+        SCOPED_TRACE(row.where + ": " + row[0]);
         const End stepped = runrow(row, false), fast = runrow(row, true);
         EXPECT_EQ(fast.cycles, stepped.cycles);
         EXPECT_EQ(fast.instructions, stepped.instructions);
@@ -111,7 +68,7 @@ TEST(QuietState, FastRunsEndWhereSingleStepsEnd) {
         EXPECT_TRUE(fast.data == stepped.data) << "data space differs";
         EXPECT_NE(stepped.reason, Machine::StopReason::None);
         // Each run ends with its summary; the rest are the stack's messages.
-        EXPECT_EQ(static_cast<int>(stepped.messages.size()) - 1, row.faults);
+        EXPECT_EQ(static_cast<long>(stepped.messages.size()) - 1, row.number(5));
     }
 }
 
@@ -124,18 +81,12 @@ struct QuietMachine : Sim {
         m.interrupttable = {{"ERDY", 0x10, "", kEnableIo + 32, 0x08, kStatusIo + 32, 0x02, 0}};
         for (int a : {kEnableIo + 32, kStatusIo + 32}) m.datamask[a] = 0xFF;
         marksideeffects(m);
-        std::vector<uint16_t> program(0x20, kNop);
-        // SP to the top of SRAM, then the interrupt enabled.
-        const std::vector<uint16_t> start = {ri(0xE000, 16, 0x5F), out(0x3D, 16), ri(0xE000, 16, 0x08), out(0x3E, 16),
-                                             out(kEnableIo, 16)};
-        std::copy(start.begin(), start.end(), program.begin());
-        for (int i = 5; i < 0x0A; ++i) program[i] = inc(17);
-        program[0x0A] = kSei;
-        program[0x0B] = inc(17);
-        program[0x0C] = kSleep;
-        program[0x10] = inc(18);
-        program[0x11] = out(kEnableIo, 1);
-        program[0x12] = kReti;
+        // SP to the top of SRAM, the interrupt enabled, five INCs, SEI at 0x0A, an INC and
+        // SLEEP; the handler at 0x10.
+        std::vector<uint16_t> program = padded(
+            {ldi(16, 0x5F), out(0x3D, 16), ldi(16, 0x08), out(0x3E, 16), out(kEnableIo, 16), inc(17), inc(17), inc(17),
+             inc(17), inc(17), kSei, inc(17), kSleep, kNop, kNop, kNop, inc(18), out(kEnableIo, 1), kReti},
+            0x20);
         if (seifirst) std::swap(program[4], program[0x0A]);
         load(program);
         // No peripherals here: the phases may rest, so the fast rates run quiet.
@@ -172,18 +123,14 @@ TEST(QuietRun, BreakStopsAtItsOwnInstruction) {
 // find it: the instruction there has not run. Word 0 is never reached again; 0x10 is reached
 // by the interrupt's entry, which counts no instruction; the run resumes past a breakpoint.
 TEST(QuietRun, FastRunsStopAndEndWhereSingleStepsDo) {
-    const struct {
-        bool seifirst;
-        std::vector<int32_t> words;
-        std::vector<int32_t> stops;  // pc at each stop, resuming at Ultimate after each
-    } rows[] = {
-        {false, {}, {}},          {true, {}, {}},          {false, {7}, {7}}, {false, {0x11, 3}, {3, 0x11}},
-        {false, {0x10}, {0x10}}, {false, {0}, {}}, {false, {0x0C, 6, 8}, {6, 8, 0x0C}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE((row.seifirst ? "SEI first, " : "SEI last, ") + testing::PrintToString(row.words));
-        QuietMachine stepped(row.seifirst);
-        setbreakpoints(stepped.m, row.words);
+    for (const TableRow& row : tablerows("quietruns.txt", "breakpoints")) {
+        SCOPED_TRACE(row.where);
+        const bool seifirst = row[0] == "first";
+        std::vector<int32_t> words, stoppcs;
+        for (uint16_t word : hexwords(row[1] == "-" ? "" : row[1])) words.push_back(word);
+        for (uint16_t word : hexwords(row[2] == "-" ? "" : row[2])) stoppcs.push_back(word);
+        QuietMachine stepped(seifirst);
+        setbreakpoints(stepped.m, words);
         stepped.run.menuspeed(kRateStep);
         stepped.run.menustart();
         std::vector<State> expected;
@@ -193,8 +140,8 @@ TEST(QuietRun, FastRunsStopAndEndWhereSingleStepsDo) {
         }
         ASSERT_FALSE(stepped.m.simulationrunning);
 
-        QuietMachine fast(row.seifirst);
-        setbreakpoints(fast.m, row.words);
+        QuietMachine fast(seifirst);
+        setbreakpoints(fast.m, words);
         fast.run.menuspeed(kRateUltimate);
         fast.run.menustart();
         std::vector<State> stops;
@@ -204,8 +151,8 @@ TEST(QuietRun, FastRunsStopAndEndWhereSingleStepsDo) {
             fast.run.menuspeed(kRateUltimate);
         }
         EXPECT_EQ(stops, expected);
-        ASSERT_EQ(stops.size(), row.stops.size());
-        for (size_t i = 0; i < stops.size(); ++i) EXPECT_EQ(stops[i].pc, row.stops[i]) << "stop " << i;
+        ASSERT_EQ(stops.size(), stoppcs.size());
+        for (size_t i = 0; i < stops.size(); ++i) EXPECT_EQ(stops[i].pc, stoppcs[i]) << "stop " << i;
         EXPECT_EQ(fast.m.stopreason, Machine::StopReason::Sleep);
         EXPECT_EQ(state(fast), state(stepped));
         EXPECT_EQ(fast.m.datamem[18], 1) << "the interrupt ran once";

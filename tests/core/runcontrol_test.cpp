@@ -6,36 +6,38 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
+#include <map>
+
 
 #include "core/encode.h"
 #include "core/memorysettings.h"
 #include "core/peripheraltimes.h"
 #include "core/timetext.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
 namespace {
 
-// Each text against its expectation, worked out by hand.
 TEST(TimeText, TimesFrequenciesAndTheSummary) {
-    const std::string us = " \xC2\xB5s";
-    const std::pair<std::string, std::string> cases[] = {
-        {timetext(4, 4.0f), "1.00" + us},  {timetext(0, 4.0f), "0.00" + us},   {timetext(1, 4.0f), "0.25" + us},
-        {timetext(43, 4.0f), "10.75" + us}, {timetext(1, 3.0f), "0.33" + us},
-        {timetext(1, 8.0f), "0.12" + us},  // 12.5 hundredths: half to even
-        {timetext(3, 8.0f), "0.38" + us},  // 37.5 hundredths: half to even
-        // From ten million cycles on the value is truncated: 10000001 * 100 / 3 = 333333366.67
-        {timetext(10000001, 3.0f), "3333333.66" + us},
-        {getclockfrequency("4"), "4.0 MHz"}, {getclockfrequency(".5"), "0.5 MHz"},
-        {getclockfrequency("7.3728"), "7.3728 MHz"}, {frequencytext(4.0f), "4"}, {frequencytext(7.3728f), "7.3728"},
-        // Elapsed time across midnight stays positive.
-        {elapsedtext(86399.5, 0.55), "1.05"}, {elapsedtext(10.0, 12.345), "2.34"}, {elapsedtext(10.0, 10.0), "0.00"},
-        {RunControl::summarytext(33, "0.01", 43, 4.0f),
-         "Total number of executed instructions is 33.\n0.01 seconds elapsed.\n"
-         "Real-time duration of the simulation is 43 clock cycles or 10.75" + us + " at 4 MHz."},
-    };
-    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;
+    for (const TableRow& row : tablerows("runcontrol.txt", "texts")) {
+        const std::string& function = row[0];
+        std::string text;
+        if (function == "timetext")
+            text = timetext(static_cast<uint64_t>(row.number(1)), std::stof(row[2]));
+        else if (function == "getclockfrequency")
+            text = getclockfrequency(row[1]);
+        else if (function == "frequencytext")
+            text = frequencytext(std::stof(row[1]));
+        else if (function == "elapsedtext")
+            text = elapsedtext(std::stod(row[1]), std::stod(row[2]));
+        else
+            ADD_FAILURE() << row.where << ": no function " << function;
+        EXPECT_EQ(text, row[3]) << row.where;
+    }
+    EXPECT_EQ(RunControl::summarytext(33, "0.01", 43, 4.0f),
+              "Total number of executed instructions is 33.\n0.01 seconds elapsed.\n"
+              "Real-time duration of the simulation is 43 clock cycles or 10.75 \xC2\xB5s at 4 MHz.");
 }
 
 TEST(RunControl, StartThenStopAtStepByStepCountsOneCycleNoInstruction) {
@@ -220,41 +222,30 @@ struct Asker {
     }
 };
 
-// The answer to the prompt (which shows the current value) against the time's range; a good
-// one is applied and stored, a bad one told, an empty one or none cancels.
+// The prompt shows the current value.
 TEST(PeripheralTimes, RangeLimitsAndCancel) {
-    struct Case {
-        const PeripheralTime& time;
-        std::optional<std::string> answer;
-        TimeChange result;
-        float value;
-    } cases[] = {
-        {eepromwritetime(), "50", TimeChange::Changed, 50},
-        {eepromwritetime(), "20000", TimeChange::Changed, 20000},
-        {eepromwritetime(), "49", TimeChange::OutOfRange, 3400},
-        {eepromwritetime(), "20001", TimeChange::OutOfRange, 3400},
-        {eepromwritetime(), "abc", TimeChange::OutOfRange, 3400},
-        {eepromwritetime(), "", TimeChange::Cancelled, 3400},
-        {eepromwritetime(), std::nullopt, TimeChange::Cancelled, 3400},
-        {eepromwritetime(), "75us", TimeChange::Changed, 75},
-        {adconversiontime(), " 120", TimeChange::Changed, 120},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.time.caption) + ": " + c.answer.value_or("(cancel)"));
+    const std::map<std::string, TimeChange> results = {{"changed", TimeChange::Changed},
+                                                       {"out of range", TimeChange::OutOfRange},
+                                                       {"cancelled", TimeChange::Cancelled}};
+    for (const TableRow& row : tablerows("runcontrol.txt", "peripheral times")) {
+        SCOPED_TRACE(row.where);
+        const bool eeprom = row[0] == "EEPROM";
+        const PeripheralTime& time = eeprom ? eepromwritetime() : adconversiontime();
+        const auto result = results.at(row[2]);
+        const auto value = static_cast<float>(row.number(3));
         Machine m;
         MemorySettings settings;
         RecordingMessenger messenger;
         Asker asker;
-        asker.answer = c.answer;
-        EXPECT_EQ(changeperipheraltime(m, settings, messenger, c.time, asker.function()), c.result);
-        EXPECT_EQ(asker.prompt, c.time.prompt);
-        const bool eeprom = &c.time == &eepromwritetime();
+        if (row[1] != "(none)") asker.answer = row[1];
+        EXPECT_EQ(changeperipheraltime(m, settings, messenger, time, asker.function()), result);
+        EXPECT_EQ(asker.prompt, time.prompt);
         EXPECT_EQ(asker.current, eeprom ? "3400" : "25");
-        EXPECT_EQ(eeprom ? m.eepromwritetime : m.adconversiontime, c.value);
-        if (c.result == TimeChange::Changed) {
-            EXPECT_EQ(settings.getsettingdword(eeprom ? "EEPROM Write Time" : "A/D Conversion Time", 0), c.value);
+        EXPECT_EQ(eeprom ? m.eepromwritetime : m.adconversiontime, value);
+        if (result == TimeChange::Changed) {
+            EXPECT_EQ(settings.getsettingdword(eeprom ? "EEPROM Write Time" : "A/D Conversion Time", 0), value);
         }
-        const bool told = c.result == TimeChange::OutOfRange;
+        const bool told = result == TimeChange::OutOfRange;
         ASSERT_EQ(messenger.messages.size(), told ? 1u : 0u);
         if (told) {
             EXPECT_EQ(messenger.messages[0], "Allowed range 50-20000.");

@@ -12,6 +12,7 @@
 #include "core/peripherals.h"
 #include "core/usart.h"
 #include "support/ioencode.h"
+#include "support/sectiontable.h"
 #include "support/simfixture.h"
 
 namespace velmora::test {
@@ -83,23 +84,13 @@ struct UsartSim : Sim {
 std::vector<uint16_t> sendone(uint8_t byte) { return {ldi(16, byte), out(kUdr, 16)}; }
 
 TEST(Usart, FrameTimeInCyclesIsByteTimeTimesClockWhateverUbrrHoldsLongInstructionsOvershoot) {
-    // Behind the OUT: NOPs, or 2-cycle RJMPs that overshoot (1 + 2k >= 4000 first at k = 2000).
-    struct {
-        float mhz, uarttime;
-        uint8_t ubrr;
-        bool rjmps;
-        uint64_t cycles;
-    } cases[] = {
-        {4, 1000, 25, false, 4000}, {4, 1000, 207, false, 4000}, {16, 1000, 103, false, 16000},
-        {1, 50, 0, false, 50},      {8, 104, 51, false, 832},    {2, 5000, 12, false, 10000},
-        {4, 1000, 25, true, 4001},
-    };
-    for (const auto& c : cases) {
-        UsartSim sim(3, c.mhz);
-        sim.m.uarttime = c.uarttime;
-        sim.m.datamem[sim.m.roles.ubrrl] = c.ubrr;
+    for (const TableRow& row : tablerows("usart.txt", "frame time")) {
+        SCOPED_TRACE(row.where);
+        UsartSim sim(3, static_cast<float>(row.number(0)));
+        sim.m.uarttime = static_cast<float>(row.number(1));
+        sim.m.datamem[sim.m.roles.ubrrl] = static_cast<uint8_t>(row.number(2));
         std::vector<uint16_t> words = sendone('A');
-        if (c.rjmps) words.push_back(rjmp(-1));
+        if (row.flag(3)) words.push_back(rjmp(-1));
         sim.program(words);
         sim.step();  // LDI
         const uint64_t before = sim.m.totalcycles;
@@ -108,7 +99,7 @@ TEST(Usart, FrameTimeInCyclesIsByteTimeTimesClockWhateverUbrrHoldsLongInstructio
         EXPECT_TRUE(sim.ucsra() & kUsartUdre);
         EXPECT_FALSE(sim.ucsra() & kUsartTxc);
         ASSERT_GT(sim.stepuntil([&] { return sim.m.usart.txoutputcount > 0; }), 0);
-        EXPECT_EQ(sim.m.totalcycles - before, c.cycles) << c.mhz << " MHz, " << c.uarttime << " us";
+        EXPECT_EQ(sim.m.totalcycles - before, static_cast<uint64_t>(row.number(4)));
         EXPECT_TRUE(sim.ucsra() & kUsartTxc);
         EXPECT_EQ(sim.output(), "A");
         datamemwrite(sim.m, sim.m.roles.ucsra, kUsartTxc);  // a one clears the flag, UDRE stays
@@ -143,25 +134,17 @@ TEST(Usart, SecondWriteWaitsInTheBufferAndAThirdIsLost) {
 }
 
 TEST(Usart, EnableStatesFollowTheControlBitsButDoNotGateTheTransmitter) {
-    struct {
-        int kind;
-        uint8_t ucsrb, ucsrc;
-        bool tx, rx;
-    } cases[] = {
-        {2, 0x18, 0x06, true, true},  {2, 0x08, 0x06, true, false}, {2, 0x10, 0x06, false, true},
-        {5, 0x18, 0x46, false, false}, {3, 0x18, 0xC6, false, false}, {8, 0x18, 0x86, true, true},
-        {7, 0x18, 0x00, true, true},  {6, 0x08, 0x00, true, false}, {4, 0x00, 0x06, false, false},
-    };
-    for (const auto& c : cases) {
-        UsartSim sim(c.kind);
-        sim.setucsrb(c.ucsrb);
-        if (sim.m.roles.ucsrc) sim.m.datamem[sim.m.roles.ucsrc] = c.ucsrc;
+    for (const TableRow& row : tablerows("usart.txt", "enable")) {
+        SCOPED_TRACE(row.where);
+        UsartSim sim(static_cast<int>(row.number(0)));
+        sim.setucsrb(static_cast<uint8_t>(row.number(1)));
+        if (sim.m.roles.ucsrc) sim.m.datamem[sim.m.roles.ucsrc] = static_cast<uint8_t>(row.number(2));
         sim.program(sendone('!'));
         sim.step(2);
-        EXPECT_EQ(usarttransmitterenabled(sim.m), c.tx) << "kind " << c.kind;
-        EXPECT_EQ(usartreceiverenabled(sim.m), c.rx) << "kind " << c.kind;
+        EXPECT_EQ(usarttransmitterenabled(sim.m), row.flag(3));
+        EXPECT_EQ(usartreceiverenabled(sim.m), row.flag(4));
         sim.step(4000);
-        EXPECT_EQ(sim.output(), "!") << "kind " << c.kind;
+        EXPECT_EQ(sim.output(), "!");
     }
 }
 

@@ -119,62 +119,50 @@ TEST_F(HexLoadTest, TenMegabytesOfRecords) {
 }
 
 TEST(UnprogrammedValue, FromTheSetting) {
-    const struct {
-        const char* text;
-        uint8_t value;
-    } cases[] = {{"1", 0xFF}, {"0", 0x00}, {" 0 ", 0x00}, {"", 0x00}, {"7", 0xFF}, {"-1", 0xFF}};
-    for (const auto& c : cases) {
+    for (const TableRow& row : tablerows("tables.txt", "Unprogrammed value")) {
         MemorySettings settings;
-        settings.putsetting("Unprogrammed Bit Value", c.text);
-        EXPECT_EQ(unprogrammedvalue(settings), c.value) << '"' << c.text << '"';
+        settings.putsetting("Unprogrammed Bit Value", row[0]);
+        EXPECT_EQ(unprogrammedvalue(settings), row.number(1)) << row.where;
     }
     MemorySettings fresh;
     EXPECT_EQ(unprogrammedvalue(fresh), 0xFF);
     EXPECT_EQ(fresh.getsetting("Unprogrammed Bit Value", "none"), "1") << "the first read stores the default";
 }
 
-struct ToolchainImage {
-    const char* name;
-    int flashsize;  // of the chip it was built for
-};
+// Each image is loaded into a machine of the flash size of the chip it was built for.
+TEST(ToolchainImages, LoadTheBytesThatAvrObjcopyReadsAndSaveThemAgain) {
+    for (const auto& [name, flashsize] : {std::pair{"small", 8192}, {"big", 131072}, {"holes", 131072}}) {
+        SCOPED_TRACE(name);
+        TempFolder folder;
+        Machine first, second;
+        configurebaremachine(first, flashsize, 1024, 512);
+        configurebaremachine(second, flashsize, 1024, 512);
+        RecordingMessenger messenger;
+        MemorySettings settings;
+        ProgramCommands load(first, messenger, settings, {}, "/");
+        ProgramCommands reload(second, messenger, settings, {}, "/");
+        auto chosen = [](std::string path) { return [path](const std::string&) { return path; }; };
+        ASSERT_EQ(load.menuload(chosen(datafile(std::string(name) + ".hex"))), CommandResult::Done)
+            << messenger.messages.at(0);
 
-class ToolchainImages : public ::testing::TestWithParam<ToolchainImage> {};
+        // The reference runs from byte 0 to the last byte of the image, gaps filled with 0xFF.
+        const std::string reference = readfile(datafile(std::string(name) + ".bin"));
+        ASSERT_FALSE(reference.empty());
+        EXPECT_EQ(first.programbytes, static_cast<int>(reference.size()));
+        std::vector<uint8_t> expected(reference.begin(), reference.end());
+        expected.resize(first.progmem.size(), 0xFF);
+        EXPECT_TRUE(first.progmem == expected);
 
-TEST_P(ToolchainImages, LoadTheBytesThatAvrObjcopyReadsAndSaveThemAgain) {
-    const ToolchainImage image = GetParam();
-    TempFolder folder;
-    Machine first, second;
-    configurebaremachine(first, image.flashsize, 1024, 512);
-    configurebaremachine(second, image.flashsize, 1024, 512);
-    RecordingMessenger messenger;
-    MemorySettings settings;
-    ProgramCommands load(first, messenger, settings, {}, "/");
-    ProgramCommands reload(second, messenger, settings, {}, "/");
-    auto chosen = [](std::string path) { return [path](const std::string&) { return path; }; };
-    ASSERT_EQ(load.menuload(chosen(datafile(std::string(image.name) + ".hex"))), CommandResult::Done)
-        << messenger.messages.at(0);
-
-    // The reference runs from byte 0 to the last byte of the image, gaps filled with 0xFF.
-    const std::string reference = readfile(datafile(std::string(image.name) + ".bin"));
-    ASSERT_FALSE(reference.empty());
-    EXPECT_EQ(first.programbytes, static_cast<int>(reference.size()));
-    std::vector<uint8_t> expected(reference.begin(), reference.end());
-    expected.resize(first.progmem.size(), 0xFF);
-    EXPECT_TRUE(first.progmem == expected);
-
-    ASSERT_EQ(load.menusave(chosen((folder / "saved").string())), CommandResult::Done);
-    ASSERT_EQ(reload.menuload(chosen((folder / "saved.hex").string())), CommandResult::Done);
-    EXPECT_TRUE(first.progmem == second.progmem);
-    // The saved image ends at the last programmed byte, rounded up to a whole word.
-    const auto last = std::find_if(first.progmem.rbegin(), first.progmem.rend(), [](uint8_t b) { return b != 0xFF; });
-    const int end = static_cast<int>(first.progmem.rend() - last);
-    EXPECT_EQ(second.programbytes, end + end % 2);
+        ASSERT_EQ(load.menusave(chosen((folder / "saved").string())), CommandResult::Done);
+        ASSERT_EQ(reload.menuload(chosen((folder / "saved.hex").string())), CommandResult::Done);
+        EXPECT_TRUE(first.progmem == second.progmem);
+        // The saved image ends at the last programmed byte, rounded up to a whole word.
+        const auto last = std::ranges::find_if(first.progmem.rbegin(), first.progmem.rend(),
+                                               [](uint8_t b) { return b != 0xFF; });
+        const int end = static_cast<int>(first.progmem.rend() - last);
+        EXPECT_EQ(second.programbytes, end + end % 2);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Images, ToolchainImages,
-                         ::testing::Values(ToolchainImage{"small", 8192}, ToolchainImage{"big", 131072},
-                                           ToolchainImage{"holes", 131072}),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ToolchainImagesCheck, TheBigImagesPass64KiBAndDoNotFitASmallerChip) {
     // Otherwise the tests above would not reach the extended address records.
@@ -192,7 +180,7 @@ TEST(ToolchainImagesCheck, TheBigImagesPass64KiBAndDoNotFitASmallerChip) {
                                                            "errors.\nLine number 4098: Address out of range."});
 }
 
-const std::string kFolder = VELMORA_TEST_DATA_DIR "/../../firmware/elf/";
+const std::string kFolder = datafile("../../firmware/elf/");
 
 std::vector<uint8_t> filebytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -232,71 +220,43 @@ TEST(ElfReader, GivesWhatBinutilsReadFromTheSameFile) {
     EXPECT_EQ(listed, expected);
 }
 
-// Little-endian fields of the file, as the ELF format lays them out.
-void put16(std::vector<uint8_t>& f, size_t at, uint16_t v) {
-    f[at] = v & 0xFF;
-    f[at + 1] = v >> 8;
-}
-void put32(std::vector<uint8_t>& f, size_t at, uint32_t v) {
-    for (int i = 0; i < 4; ++i) f[at + i] = (v >> (8 * i)) & 0xFF;
-}
 uint32_t get32(const std::vector<uint8_t>& f, size_t at) {
     return f[at] | (f[at + 1] << 8) | (f[at + 2] << 16) | (static_cast<uint32_t>(f[at + 3]) << 24);
 }
 
-// The section header of the symbol table (type 2); its link names the string table.
-size_t symbols(const std::vector<uint8_t>& f, uint32_t shoff) {
-    size_t header = shoff;
-    while (get32(f, header + 4) != 2) header += 40;
-    return header;
+// One step of a damage of data/tables.txt [ELF damage]: "OP BASE+OFFSET [VALUE]".
+void damage(std::vector<uint8_t>& f, const std::string& step) {
+    std::istringstream words(step);
+    std::string op, place, value;
+    words >> op >> place >> value;
+    const std::string base = place.substr(0, place.find('+'));
+    const uint32_t shoff = get32(f, 32);
+    size_t symtab = shoff;  // the section header of type 2; its link names the string table
+    while (base.ends_with("tab") && get32(f, symtab + 4) != 2) symtab += 40;
+    const size_t at = std::stoul(place.substr(place.find('+') + 1), nullptr, 0) +
+                      (base == "ph" ? get32(f, 28) : base == "sh" ? shoff : base == "symtab" ? symtab
+                       : base == "strtab" ? shoff + 40 * get32(f, symtab + 24) : 0);
+    const int bytes = op == "put8" ? 1 : op == "put16" ? 2 : op == "put32" ? 4 : 0;
+    for (int i = 0; i < bytes; ++i) f.at(at + i) = (std::stoul(value, nullptr, 0) >> (8 * i)) & 0xFF;
+    if (op == "resize") f.resize(at);
+    if (op == "text") f.assign(value.begin(), value.end());
 }
 
 TEST(ElfReader, EveryDamageGivesItsMessage) {
     const std::vector<uint8_t> good = filebytes(kFolder + "debugged.elf");
-    const uint32_t phoff = get32(good, 28), shoff = get32(good, 32);
-    const struct {
-        const char* why;
-        void (*damage)(std::vector<uint8_t>&, uint32_t phoff, uint32_t shoff);
-        const char* message;
-    } rows[] = {
-        {"empty", [](auto& f, auto, auto) { f.clear(); }, "This is not an ELF file."},
-        {"a text file", [](auto& f, auto, auto) { f = {'h', 'e', 'l', 'l', 'o'}; }, "This is not an ELF file."},
-        {"header cut", [](auto& f, auto, auto) { f.resize(40); }, "The file is cut short: its ELF header is incomplete."},
-        {"64-bit class", [](auto& f, auto, auto) { f[4] = 2; }, "This is not a 32-bit ELF file, as AVR programs are."},
-        {"big-endian", [](auto& f, auto, auto) { f[5] = 2; }, "This is not a little-endian ELF file, as AVR programs are."},
-        {"ARM machine", [](auto& f, auto, auto) { put16(f, 18, 40); }, "This is not a program for the AVR (ELF machine 40)."},
-        {"object file", [](auto& f, auto, auto) { put16(f, 16, 1); }, "This is not a linked program (an object file or a library?)."},
-        {"program headers cut", [](auto& f, auto ph, auto) { f.resize(ph + 40); },
-         "The file is cut short: its program headers are missing."},
-        {"odd program header size", [](auto& f, auto, auto) { put16(f, 42, 28); }, "Its program headers are malformed."},
-        {"segment past the end", [](auto& f, auto ph, auto) { put32(f, ph + 16, 0x100000); },
-         "The file is cut short: a segment's bytes are missing."},
-        {"segment in the data space", [](auto& f, auto ph, auto) { put32(f, ph + 12, 0x800100); },
-         "A segment loads at 0x800100, neither in program memory nor in EEPROM."},
-        {"segment across the flash end", [](auto& f, auto ph, auto) { put32(f, ph + 12, 0x7FFF00); },
-         "A segment loads at 0x7FFF00, neither in program memory nor in EEPROM."},
-        {"nothing loads", [](auto& f, auto ph, auto) { for (int i = 0; i < 4; ++i) put32(f, ph + 32 * i, 6); },
-         "No segment loads anything: there is no program in it."},
-        {"section headers cut", [](auto& f, auto, auto sh) { f.resize(sh + 100); },
-         "The file is cut short: its section headers are missing."},
-        {"odd section header size", [](auto& f, auto, auto) { put16(f, 46, 36); }, "Its section headers are malformed."},
-        {"symbol names in no table", [](auto& f, auto, auto sh) { put32(f, symbols(f, sh) + 24, 99); },
-         "Its symbol table is malformed."},
-        {"symbol name past its table",
-         [](auto& f, auto, auto sh) { put32(f, sh + 40 * get32(f, symbols(f, sh) + 24) + 20, 4); },
-         "A symbol's name lies outside its string table."},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
+    for (const TableRow& row : tablerows("tables.txt", "ELF damage")) {
         std::vector<uint8_t> file = good;
-        row.damage(file, phoff, shoff);
+        for (size_t at = 0, end = 0; end != std::string::npos; at = end + 2) {
+            end = row[1].find("; ", at);
+            damage(file, row[1].substr(at, end == std::string::npos ? end : end - at));
+        }
         const ElfReadResult result = readelf(file);
-        EXPECT_FALSE(result.program);
-        EXPECT_EQ(result.error, row.message);
+        EXPECT_FALSE(result.program) << row.where;
+        EXPECT_EQ(result.error, row[2]) << row.where;
     }
     // Without section headers the program still loads, only nameless.
     std::vector<uint8_t> stripped = good;
-    put16(stripped, 48, 0);
+    damage(stripped, "put16 file+48 0");
     const ElfReadResult result = readelf(stripped);
     ASSERT_TRUE(result.program) << result.error;
     EXPECT_TRUE(result.program->symbols.empty());
@@ -309,9 +269,10 @@ struct Loaded {
     int highest = 0;
 };
 
-Loaded read(const std::string& text, size_t size = 256) {
+Loaded read(const std::string& text, size_t size = 256, int highest = 0) {
     Loaded loaded;
     loaded.memory.assign(size, 0xFF);
+    loaded.highest = highest;
     std::istringstream in(text);
     loaded.result = readintelhex(in, loaded.memory, loaded.highest);
     return loaded;
@@ -326,14 +287,8 @@ TEST(HexReader, EveryErrorCodeFromAMinimalFile) {
 }
 
 TEST(HexReader, TailsOfTheErrorMessages) {
-    const std::pair<int, const char*> cases[] = {
-        {1, ": The record does not begin with ':' simbol."},
-        {8, ": Field 'number of bytes' in the record must contain an even value."},
-        {9, ": Field 'address' in the record must contain an even value."},
-        {12, ": Address out of range."},
-        {13, ": Invalid '02 type' record."},
-    };
-    for (const auto& [code, tail] : cases) EXPECT_EQ(hexerrortail(code), tail) << code;
+    for (const TableRow& row : tablerows("tables.txt", "Reader error tails"))
+        EXPECT_EQ(hexerrortail(static_cast<int>(row.number(0))), row[1]) << row.where;
     for (int code = 1; code <= 13; ++code) EXPECT_TRUE(hexerrortail(code).starts_with(": ")) << code;
 }
 
@@ -356,11 +311,8 @@ TEST(HexReader, RecordsLineEndsAddressesAndTheBytesThatStay) {
 }
 
 TEST(HexReader, HighestOnlyRises) {
-    Loaded loaded;
-    loaded.memory.assign(256, 0xFF);
-    loaded.highest = 100;
-    std::istringstream in(":0100000055AA\n");
-    EXPECT_TRUE(readintelhex(in, loaded.memory, loaded.highest).ok());
+    const Loaded loaded = read(":0100000055AA\n", 256, 100);
+    EXPECT_TRUE(loaded.result.ok());
     EXPECT_EQ(loaded.highest, 100);
 }
 
@@ -398,7 +350,7 @@ std::vector<std::string> crlflines(const std::string& text) {
 // Every record that avr-objcopy wrote is rebuilt from its own fields: same text, same checksum.
 TEST(HexWriter, RecordsMatchThoseOfAvrObjcopy) {
     for (const char* name : {"small.hex", "big.hex", "holes.hex"}) {
-        const std::string text = readfile(std::string(VELMORA_TEST_DATA_DIR) + "/" + name);
+        const std::string text = readfile(datafile(name));
         const std::vector<std::string> lines = crlflines(text);
         ASSERT_GT(lines.size(), 2u) << name;
         for (const std::string& line : lines) {
@@ -413,15 +365,16 @@ TEST(HexWriter, RecordsMatchThoseOfAvrObjcopy) {
 }
 
 TEST(HexWriter, SixteenByteRecordsAndAShorterLastOne) {
-    std::vector<uint8_t> forty(40);
-    for (size_t i = 0; i < forty.size(); ++i) forty[i] = static_cast<uint8_t>(i);
-    const std::pair<std::vector<uint8_t>, std::vector<std::string>> cases[] = {
-        {{0x0C, 0x94, 0x34, 0x00, 0xFF}, {":020000040000FA", ":050000000C943400FF28", ":00000001FF"}},
-        {forty,
-         {":020000040000FA", ":10000000000102030405060708090A0B0C0D0E0F78",
-          ":10001000101112131415161718191A1B1C1D1E1F68", ":080020002021222324252627BC", ":00000001FF"}},
-    };
-    for (const auto& [image, lines] : cases) EXPECT_EQ(crlflines(writeintelhex(image)), lines) << image.size();
+    for (const TableRow& row : tablerows("tables.txt", "Writer records")) {
+        std::vector<uint8_t> image;
+        std::istringstream bytes(row[0]);
+        for (std::string byte; bytes >> byte;) {
+            const int first = std::stoi(byte.substr(0, 2), nullptr, 16);
+            const int last = std::stoi(byte.substr(byte.size() - 2), nullptr, 16);
+            for (int value = first; value <= last; ++value) image.push_back(static_cast<uint8_t>(value));
+        }
+        EXPECT_EQ(writeintelhex(image), row[1]) << row.where;
+    }
 }
 
 TEST(HexWriter, AnAddressRecordBeforeEach64KiBlock) {

@@ -42,17 +42,6 @@ struct ModelText {
     }
 };
 
-// The 1-based number of the line of `text` that contains `needle`, or 0.
-inline int linenumberof(const std::string& text, const std::string& needle) {
-    std::istringstream in(text);
-    int number = 0;
-    for (std::string line; std::getline(in, line);) {
-        ++number;
-        if (line.find(needle) != std::string::npos) return number;
-    }
-    return 0;
-}
-
 // Writes `text` as "<lower-case name>.cfg" and loads it.
 struct LoadedModel {
     Machine m;

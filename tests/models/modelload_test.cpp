@@ -59,8 +59,15 @@ std::string normal(const std::string& text) {
     return out.substr(0, out.find_last_not_of(' ') + 1);
 }
 
+// A memory's size and fill, -1 if mixed.
+std::string uniform(const std::vector<uint8_t>& memory) {
+    const bool same = !memory.empty() && std::ranges::count(memory, memory[0]) == long(memory.size());
+    return std::to_string(memory.size()) + (memory.empty() ? "" : " " + std::to_string(same ? int(memory[0]) : -1));
+}
+
 // The values a query of data/loads.txt names, as text: "m FIELD..." (sizes, kinds and flags),
-// "mask|mem ADDRESS...", "progmem|eeprom" (size and fill, -1 if mixed), "bitname ADDRESS ROW", "bitnames ADDRESS", "effects ADDRESS",
+// "mask|mem ADDRESS...", "progmem|eeprom" (size and fill, -1 if mixed), "bitname ADDRESS ROW",
+// "bitnames ADDRESS", "effects ADDRESS",
 // "registercount", "registernames", "registername I", "register I" (text|name|address|reset;
 // a negative I counts from the end), "address NAME", "definitioncount", "bitdefinitioncount",
 // "definition I", "has definitiontext|bitdefinitions TEXT", "interrupts", "description I",
@@ -94,79 +101,73 @@ std::string query(const LoadedModel& model, const std::string& what) {
         {"int1", [&] { return m.kinds.int1; }},              {"adcconf", [&] { return m.kinds.adcconf; }},
         {"eeconf", [&] { return m.kinds.eeconf; }},          {"uartconf", [&] { return m.kinds.uartconf; }},
     };
-    if (key == "m") {
-        std::istringstream names(rest);
-        for (std::string name; names >> name;) out << fields.at(name)() << " ";
-    } else if (key == "mask" || key == "mem") {
-        for (long a : numbers) out << int((key == "mask" ? m.datamask : m.datamem).at(a)) << " ";
-    } else if (key == "progmem" || key == "eeprom") {
-        const std::vector<uint8_t>& memory = key == "progmem" ? m.progmem : m.eeprommem;
-        out << memory.size();
-        const bool uniform = !memory.empty() && std::ranges::count(memory, memory[0]) == long(memory.size());
-        if (!memory.empty()) out << " " << (uniform ? int(memory[0]) : -1);
-    } else if (key == "bitname") {
-        out << m.bitnames.at(numbers.at(0)).at(numbers.at(1));
-    } else if (key == "bitnames") {
-        for (int row = 0; row < 8; ++row) out << m.bitnames.at(numbers.at(0))[row] << " ";
-    } else if (key == "effects") {
-        const int e = m.sideeffects.at(numbers.at(0));
-        const char* names[] = {"read", "write", "wake", "clearflag", "interrupt"};
-        for (int bit = 0; bit < 5; ++bit) out << (e & (1 << bit) ? std::string(names[bit]) + " " : "");
-        out << (e == 0 ? "none" : "");
-    } else if (key == "registercount") {
-        out << m.namedregisters.size();
-    } else if (key == "registernames") {
-        join(m.namedregisters, [](const NamedRegister& r) { return r.name; }, " ");
-    } else if (key == "registername") {
-        out << at(m.namedregisters, numbers.at(0)).name;
-    } else if (key == "register") {
-        const NamedRegister& r = at(m.namedregisters, numbers.at(0));
-        out << r.text << "|" << r.name << "|" << r.address << "|" << int(r.reset);
-    } else if (key == "address") {
-        out << registeraddress(m, rest);
-    } else if (key == "definitioncount" || key == "bitdefinitioncount") {
-        out << (key == "definitioncount" ? d.definitiontext : d.bitdefinitions).size();
-    } else if (key == "definition") {
-        out << at(d.definitiontext, numbers.at(0));
-    } else if (key == "has") {
-        std::istringstream parts(rest);
-        std::string list, needle;
-        parts >> list;
-        std::getline(parts >> std::ws, needle);
-        const std::vector<std::string>& lines = list == "definitiontext" ? d.definitiontext : d.bitdefinitions;
-        out << (std::ranges::find(lines, needle) != lines.end() ? "yes" : "no");
-    } else if (key == "interrupts") {
-        join(m.interrupttable, show, "; ");
-    } else if (key == "description") {
-        out << at(m.interrupttable, numbers.at(0)).description;
-    } else if (key == "pins") {
-        join(m.pins, [](const PackagePin& p) {
-            return p.caption + "|" + std::to_string(p.portcode) + " " + std::to_string(p.bit) + " " +
-                   std::to_string(p.adcchannel) + " " + std::to_string(p.type) + " " + std::to_string(p.secondhalf);
-        }, "; ");
-    } else if (key == "pinentries") {
-        out << m.pins.size();
-    } else if (key == "channels") {  // "CHANNEL PORT MASK PIN"
-        for (int c = 0; c < kAdcChannelCount; ++c) {
-            const AdcChannel& a = m.adcchannels[c];
-            if (a.exists) out << c << " " << a.portcode << " " << int(a.bitmask) << " " << a.pinindex << "; ";
-        }
-    } else if (key == "channel") {
-        out << m.adcchannels.at(numbers.at(0)).exists << " " << m.adcchannels.at(numbers.at(0)).pinindex;
-    } else if (key == "portexists") {
-        for (int p = 0; p < 4; ++p) out << m.roles.portexists[p] << " ";
-    } else if (key == "roles") {
-        const RegisterRoles& r = m.roles;
-        const int addresses[] = {r.port[1], r.pin[3], r.ddr[3], r.udr,  r.ucsra, r.ucsrc,
-                                 r.eearl,   r.adcsra, r.acsr,  r.mcucr, r.spl};
-        for (int a : addresses) out << a << " ";
-    } else if (key == "compconf") {
-        join(m.kinds.compconf, text, " ");
-    } else if (key == "warnings") {
-        join(model.result.warnings, text, "; ");
-    } else {
+    const auto number = [&numbers](size_t i) { return numbers.at(i); };
+    const std::map<std::string, std::function<void()>> queries = {
+        {"m", [&] {
+             std::istringstream names(rest);
+             for (std::string name; names >> name;) out << fields.at(name)() << " ";
+         }},
+        {"mask", [&] { for (long a : numbers) out << int(m.datamask.at(a)) << " "; }},
+        {"mem", [&] { for (long a : numbers) out << int(m.datamem.at(a)) << " "; }},
+        {"progmem", [&] { out << uniform(m.progmem); }},
+        {"eeprom", [&] { out << uniform(m.eeprommem); }},
+        {"bitname", [&] { out << m.bitnames.at(number(0)).at(number(1)); }},
+        {"bitnames", [&] { for (int row = 0; row < 8; ++row) out << m.bitnames.at(number(0))[row] << " "; }},
+        {"effects", [&] {
+             const int e = m.sideeffects.at(number(0));
+             const char* names[] = {"read", "write", "wake", "clearflag", "interrupt"};
+             for (int bit = 0; bit < 5; ++bit) out << (e & (1 << bit) ? std::string(names[bit]) + " " : "");
+             out << (e == 0 ? "none" : "");
+         }},
+        {"registercount", [&] { out << m.namedregisters.size(); }},
+        {"registernames", [&] { join(m.namedregisters, [](const NamedRegister& r) { return r.name; }, " "); }},
+        {"registername", [&] { out << at(m.namedregisters, number(0)).name; }},
+        {"register", [&] {
+             const NamedRegister& r = at(m.namedregisters, number(0));
+             out << r.text << "|" << r.name << "|" << r.address << "|" << int(r.reset);
+         }},
+        {"address", [&] { out << registeraddress(m, rest); }},
+        {"definitioncount", [&] { out << d.definitiontext.size(); }},
+        {"bitdefinitioncount", [&] { out << d.bitdefinitions.size(); }},
+        {"definition", [&] { out << at(d.definitiontext, number(0)); }},
+        {"has", [&] {
+             std::istringstream parts(rest);
+             std::string list, needle;
+             parts >> list;
+             std::getline(parts >> std::ws, needle);
+             const std::vector<std::string>& lines = list == "definitiontext" ? d.definitiontext : d.bitdefinitions;
+             out << (std::ranges::find(lines, needle) != lines.end() ? "yes" : "no");
+         }},
+        {"interrupts", [&] { join(m.interrupttable, show, "; "); }},
+        {"description", [&] { out << at(m.interrupttable, number(0)).description; }},
+        {"pins", [&] {
+             join(m.pins, [](const PackagePin& p) {
+                 return p.caption + "|" + std::to_string(p.portcode) + " " + std::to_string(p.bit) + " " +
+                        std::to_string(p.adcchannel) + " " + std::to_string(p.type) + " " +
+                        std::to_string(p.secondhalf);
+             }, "; ");
+         }},
+        {"pinentries", [&] { out << m.pins.size(); }},
+        {"channels", [&] {  // "CHANNEL PORT MASK PIN"
+             for (int c = 0; c < kAdcChannelCount; ++c) {
+                 const AdcChannel& a = m.adcchannels[c];
+                 if (a.exists) out << c << " " << a.portcode << " " << int(a.bitmask) << " " << a.pinindex << "; ";
+             }
+         }},
+        {"channel", [&] { out << m.adcchannels.at(number(0)).exists << " " << m.adcchannels.at(number(0)).pinindex; }},
+        {"portexists", [&] { for (int p = 0; p < 4; ++p) out << m.roles.portexists[p] << " "; }},  // A to D
+        {"roles", [&] {
+             const RegisterRoles& r = m.roles;
+             const int addresses[] = {r.port[1], r.pin[3], r.ddr[3], r.udr,  r.ucsra, r.ucsrc,
+                                      r.eearl,   r.adcsra, r.acsr,  r.mcucr, r.spl};
+             for (int a : addresses) out << a << " ";
+         }},
+        {"compconf", [&] { join(m.kinds.compconf, [](int k) { return std::to_string(k); }, " "); }},
+        {"warnings", [&] { join(model.result.warnings, text, "; "); }}};
+    if (queries.contains(key))
+        queries.at(key)();
+    else
         ADD_FAILURE() << "unknown query " << what;
-    }
     return out.str();
 }
 
@@ -218,29 +219,6 @@ TEST(ModelLoad, FileIsFoundByItsLowerCaseNameOrTheProgramEnds) {
     model.result = modelload(dir.path(), "ATmini8", {}, model.m, model.definitions);
     EXPECT_TRUE(model.result.ok) << model.result.message;
     EXPECT_EQ(model.m.modelname, "ATmini8");
-}
-
-TEST(ModelLoad, BadInterruptReferencesWarnWithTheFileLineNumber) {
-    ModelText text;
-    text.interrupts =
-        "INT0,0001,External Interrupt Request 0,GICR.6,GIFR.6\n"
-        "; comment lines count too\n"
-        "TIMER,0006,Timer overflow,TIMSK.0,TIFR.0\n"
-        "\n"
-        "ADC,000E,ADC complete,ADCSRA.x,ADCSRA\n"
-        "NOVEC,00E,Short vector,,\n"
-        "EXTRA,0003,Rest ignored,GICR.7,GIFR.7,whatever,else\n";
-    const std::string file = text.text();
-    const LoadedModel model = loadmodel(file);
-    ASSERT_TRUE(model.result.ok);
-    const auto warning = [&](const char* needle) {
-        return "Error in interrupt definition " + std::to_string(linenumberof(file, needle)) + ".";
-    };
-    EXPECT_EQ(model.result.warnings, (std::vector<std::string>{warning("TIMER,"), warning("TIMER,"), warning("ADC,"),
-                                                               warning("ADC,"), warning("NOVEC,")}));
-    // The loader goes on with address 0; a short vector drops the entry.
-    EXPECT_EQ(query(model, "interrupts"),
-              "INT0 1 5B.40 5A.40 1; TIMER 6 0.1 0.1 1; ADC E 0.1 0.1 1; EXTRA 3 5B.80 5A.80 1");
 }
 
 TEST(ModelLoad, SectionFiveLimits) {
@@ -333,14 +311,8 @@ TEST(ModelRobustness, HandMadeDamage) {
 
 // Files put together from pieces of real lines and noise, with a fixed seed.
 TEST(ModelRobustness, GeneratedGarbage) {
-    const std::vector<std::string> pieces = {
-        "***** Section 0 *****", "***** Section 1 *****", "***** Section 2 *****", "***** Section 3 *****",
-        "***** Section 4 *****", "***** Section 5 *****", "flash: ", "sram: ", "extendedio: ", "eeprom: ",
-        "pins: ", "intconf: ", "compconf: ", "uartconf: ", ".equ PORTB = ", ".equ UDR = ", "; PORTB x",
-        "; SREG y", "; GIFR", ".equ B = ", "INT0,", "ERDY,", "SPMR,", "0001,", "GIFR.6", "SREG.", ",", ",,",
-        "\t", " ", ";", "x", "XXXX", "5F", "3A", "FF", "00", "-", "$", "0x", "9999999999", "-7", "a", "g", "15",
-        "16", "80", "\r", "\xFF", "=", ".",
-    };
+    std::vector<std::string> pieces;
+    for (const TableRow& row : tablerows("tables.txt", "Garbage pieces")) pieces.push_back(row[0]);
     std::mt19937 random(20261122);
     TempDir dir;
     for (int file = 0; file < 300; ++file) {
@@ -363,9 +335,10 @@ TEST(ModelRobustness, GeneratedGarbage) {
     }
 }
 
-std::vector<std::string> namesof(const ModelList& list) {
-    std::vector<std::string> names;
-    for (const ModelEntry& e : list.models) names.push_back(e.name);
+// The names of the entries, or of their files, a blank between two.
+std::string joined(const std::vector<ModelEntry>& models, std::string ModelEntry::*field = &ModelEntry::name) {
+    std::string names;
+    for (const ModelEntry& e : models) names += (names.empty() ? "" : " ") + e.*field;
     return names;
 }
 
@@ -374,41 +347,34 @@ TEST(ModelList, NameOfAModelFile) {
         EXPECT_EQ(modelnameoffile(row[0]), row[1]) << row.where;
 }
 
-TEST(ModelList, OnlyAtCfgFilesAreListed) {
-    TempDir dir;
-    const std::string text = ModelText{}.text();
-    for (const char* file : {"atmega8.cfg", "ATtiny13.CFG", "mega16.cfg", "atmega16.txt", "atmega32.cfg.bak", "a.cfg"})
-        dir.write(file, text);
-    std::filesystem::create_directory(dir.path() + "/atfolder.cfg");
-    const ModelList list = modellist(dir.path());
-    EXPECT_EQ(namesof(list), (std::vector<std::string>{"ATmega8", "ATtiny13"}));
-    EXPECT_EQ(list.models[1].filename, "ATtiny13.CFG");
-    EXPECT_TRUE(list.error.empty());
-}
-
 TEST(ModelList, OrderIsByNameThenByTheNumberOfTheFamilyWithATmega32OrTheLastAsDefault) {
     for (const TableRow& row : tablerows("tables.txt", "Model list order")) {
         TempDir dir;
         std::istringstream files(row[0]);
-        for (std::string file; files >> file;) dir.write(file, "\n");
-        const ModelList list = modellist(dir.path());
-        std::string names;
-        for (const std::string& name : namesof(list)) names += (names.empty() ? "" : " ") + name;
-        EXPECT_EQ(names, row[1]) << row.where;
+        for (std::string file; files >> file && file != "-";) {
+            if (file.ends_with('/'))
+                std::filesystem::create_directory(dir.path() + "/" + file);
+            else
+                dir.write(file, "\n");
+        }
+        const ModelList list = modellist(dir.path() + (row[0] == "-" ? "/missing" : ""));
+        EXPECT_EQ(joined(list.models), row[1]) << row.where;
         EXPECT_EQ(list.defaultindex, row.number(2)) << row.where;
+        if (row.cells.size() > 3) {
+            EXPECT_EQ(joined(list.models, &ModelEntry::filename), row[3]) << row.where;
+            EXPECT_EQ(list.error, row[4]) << row.where;
+        }
     }
 }
 
 TEST(ModelList, SortKeepsTheByteOrderBetweenFamilies) {
-    std::vector<ModelEntry> models;
-    for (const char* name : {"ATtiny2313", "ATmega8", "ATmega", "AT", "ATmega48", "ATmegaX", "ATmega4"})
-        models.push_back({name, "", ""});
-    sortmodels(models);
-    std::vector<std::string> names;
-    for (const ModelEntry& e : models) names.push_back(e.name);
-    // "ATmega" has no number and "ATmegaX" reads as 0: both stay before the numbered ones.
-    EXPECT_EQ(names, (std::vector<std::string>{"AT", "ATmega", "ATmegaX", "ATmega4", "ATmega8", "ATmega48",
-                                               "ATtiny2313"}));
+    for (const TableRow& row : tablerows("tables.txt", "Sorted names")) {
+        std::vector<ModelEntry> models;
+        std::istringstream names(row[0]);
+        for (std::string name; names >> name;) models.push_back({name, "", ""});
+        sortmodels(models);
+        EXPECT_EQ(joined(models), row[1]) << row.where;
+    }
 }
 
 TEST(ModelList, DescriptionIsLinesThreeFourSixAndSevenInUpperCase) {
@@ -419,17 +385,6 @@ TEST(ModelList, DescriptionIsLinesThreeFourSixAndSevenInUpperCase) {
     ASSERT_EQ(list.models.size(), 2u);
     EXPECT_EQ(list.models[0].description, "PINS: 8, FLASH: 8192, SRAM: 1024, EEPROM: 512");
     EXPECT_EQ(list.models[1].description, "PINS: 6, , , ");
-}
-
-TEST(ModelList, NoModelFiles) {
-    TempDir dir;
-    dir.write("readme.txt", "");
-    for (const std::string& folder : {dir.path(), dir.path() + "/missing"}) {
-        const ModelList list = modellist(folder);
-        EXPECT_TRUE(list.models.empty());
-        EXPECT_EQ(list.defaultindex, -1);
-        EXPECT_EQ(list.error, "No CFG files found.\nThe program will now end.");
-    }
 }
 
 }  // namespace

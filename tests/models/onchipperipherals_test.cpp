@@ -5,8 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -111,13 +115,12 @@ TEST(OnChipPeripherals, EveryPortFollowsItsRegistersAsTheyAreEdited) {
 }
 
 TEST(OnChipPeripherals, KindsOfTheThreeModels) {
-    // INT0, INT1, comparator, ADC and EEPROM kinds, each of the chip's own register layout.
-    const std::pair<const char*, std::vector<int>> cases[] = {
-        {"ATmega32", {2, 2, 4, 3, 2}}, {"ATmega328P", {3, 3, 3, 6, 3}}, {"ATtiny2313", {2, 2, 2, 1, 5}}};
-    for (const auto& [model, kinds] : cases) {
-        const PeripheralKinds& k = Chip(model).m.kinds;
+    for (const TableRow& row : tablerows("tables.txt", "Peripheral kinds")) {
+        const PeripheralKinds& k = Chip(row[0]).m.kinds;
         ASSERT_FALSE(k.compconf.empty());
-        EXPECT_EQ(std::vector<int>({k.int0, k.int1, k.compconf[0], k.adcconf, k.eeconf}), kinds) << model;
+        std::ostringstream kinds;
+        kinds << k.int0 << " " << k.int1 << " " << k.compconf[0] << " " << k.adcconf << " " << k.eeconf;
+        EXPECT_EQ(kinds.str(), row[1]) << row.where;
     }
 }
 
@@ -135,28 +138,22 @@ TEST(OnChipPeripherals, Atmega32ConvertsAChannelAndPollsTheFlag) {
 
 TEST(OnChipPeripherals, EachEepromLayoutWritesThroughItsTimedPairAndReadsBack) {
     // EEMWE/EEMPE (bit 2), then EEWE/EEPE (bit 1) polled until done, then EERE (bit 0).
-    const struct {
-        const char* model;
-        int address;
-        uint8_t value;
-        bool timed;  // 3400 us at 4 MHz are 13600 cycles of the polling loop
-    } cases[] = {{"ATmega32", 0x155, 0x5A, true}, {"ATmega328P", 0x307, 0xC3, false}, {"ATtiny2313", 0x7F, 0x3C, false}};
-    for (const auto& c : cases) {
-        Chip chip(c.model);
-        const int eecr = chip.at("EECR"), eedr = chip.at("EEDR");
-        std::vector<uint16_t> words = {ldi(16, c.address & 0xFF),
-                                       outd(chip.at(c.address > 0xFF ? "EEARL" : "EEAR"), 16)};
-        if (c.address > 0xFF) words.insert(words.end(), {ldi(16, c.address >> 8), outd(chip.at("EEARH"), 16)});
-        words.insert(words.end(), {ldi(16, c.value), outd(eedr, 16), sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1),
+    for (const TableRow& row : tablerows("tables.txt", "EEPROM write and read")) {
+        Chip chip(row[0]);
+        const int eecr = chip.at("EECR"), eedr = chip.at("EEDR"), address = static_cast<int>(row.number(1));
+        const uint8_t value = static_cast<uint8_t>(row.number(2));
+        std::vector<uint16_t> words = {ldi(16, address & 0xFF), outd(chip.at(address > 0xFF ? "EEARL" : "EEAR"), 16)};
+        if (address > 0xFF) words.insert(words.end(), {ldi(16, address >> 8), outd(chip.at("EEARH"), 16)});
+        words.insert(words.end(), {ldi(16, value), outd(eedr, 16), sbi(eecr, 2), sbi(eecr, 1), sbic(eecr, 1),
                                    rjmp(-2), ldi(16, 0), outd(eedr, 16), sbi(eecr, 0), ind(22, eedr), kSleep});
         chip.program(words);
         const uint64_t start = chip.m.totalcycles;
-        ASSERT_TRUE(chip.runtosleep()) << c.model;
-        EXPECT_EQ(chip.m.eeprommem[c.address], c.value) << c.model;
-        EXPECT_EQ(chip.reg(22), c.value) << c.model << ": read back";
-        if (c.timed) {
-            EXPECT_GT(chip.m.totalcycles - start, 13600u);
-            EXPECT_LT(chip.m.totalcycles - start, 13650u);
+        ASSERT_TRUE(chip.runtosleep()) << row.where;
+        EXPECT_EQ(chip.m.eeprommem[address], value) << row.where;
+        EXPECT_EQ(chip.reg(22), value) << row.where << ": read back";
+        if (row.flag(3)) {
+            EXPECT_GT(chip.m.totalcycles - start, 13600u) << row.where;
+            EXPECT_LT(chip.m.totalcycles - start, 13650u) << row.where;
         }
     }
 }
@@ -164,36 +161,27 @@ TEST(OnChipPeripherals, EachEepromLayoutWritesThroughItsTimedPairAndReadsBack) {
 TEST(OnChipPeripherals, Int0CountsTheEdgesItsSenseControlSelects) {
     // The vector jumps to INC r24, RETI at 0x10; main at 0x20: sense control in MCUCR, INT0
     // enabled, SEI, loop. PD2 is INT0 on both chips.
-    const struct {
-        const char* model;
-        int vector;  // two-word vectors on the ATmega32, one-word on the ATtiny2313
-        const char* maskregister;
-        int sense;
-        std::vector<std::pair<bool, int>> levels;  // PD2, then the count
-    } cases[] = {
-        {"ATmega32", 2, "GICR", 0x02, {{true, 0}, {false, 1}, {false, 1}, {true, 1}, {false, 2}}},  // falling
-        {"ATtiny2313", 1, "GIMSK", 0x03, {{true, 1}, {true, 1}, {false, 1}, {true, 2}}},             // rising
-    };
-    for (const auto& c : cases) {
-        Chip chip(c.model);
+    for (const TableRow& row : tablerows("tables.txt", "INT0 edges")) {
+        Chip chip(row[0]);
+        const int vector = static_cast<int>(row.number(1));
         std::vector<uint16_t> image(0x30, kNop);
         image[0] = rjmp(0x1F);
-        image[c.vector] = rjmp(0x10 - c.vector - 1);
+        image[vector] = rjmp(0x10 - vector - 1);
         image[0x10] = inc(24);
         image[0x11] = kReti;
-        const uint16_t main[] = {ldi(16, c.sense), outd(chip.at("MCUCR"), 16), ldi(16, 0x40),
-                                 outd(chip.at(c.maskregister), 16), kSei, rjmp(-1)};
+        const uint16_t main[] = {ldi(16, static_cast<int>(row.number(3))), outd(chip.at("MCUCR"), 16), ldi(16, 0x40),
+                                 outd(chip.at(row[2]), 16), kSei, rjmp(-1)};
         std::copy(std::begin(main), std::end(main), image.begin() + 0x20);
         chip.load(image);
         chip.step(8);
-        int row = 0;
-        for (const auto& [high, count] : c.levels) {
-            if (high)
+        std::istringstream levels(row[4]);
+        for (std::string level; levels >> level;) {
+            if (level[0] == '1')
                 setinput(chip.m, kPortD, 0x04);
             else
                 clearinput(chip.m, kPortD, 0x04);
             chip.step(6);
-            EXPECT_EQ(chip.reg(24), count) << c.model << ", level " << row++;
+            EXPECT_EQ(chip.reg(24), std::stoi(level.substr(2))) << row.where << ", level " << level;
         }
     }
 }
@@ -266,147 +254,107 @@ TEST(OnChipPeripherals, TimersArePlainCells) {
     EXPECT_TRUE(chip.runtosleep(10));
 }
 
+// The function groups ticked: the one named, every one for "all", none for "".
+PinFilters filtersof(const std::string& ticked) {
+    const std::vector<std::string> groups = {"Pcint", "Adc", "Ain", "ExternalSram", "Interrupt", "Usart", "Spi"};
+    PinFilters filters{};
+    for (size_t g = 0; g < groups.size(); ++g) filters.at(g) = ticked == "all" || ticked == groups[g];
+    return filters;
+}
+
 // The Microcontroller View on the ATmega32 over the core's own pin model.
 class ViewTest : public ::testing::Test {
 protected:
     void SetUp() override { view.rebuild(PinFilters{}); }
-    uint8_t& ddr(char port) { return chip.m.datamem[chip.m.roles.ddr[port - 'A']]; }
-    uint8_t& portreg(char port) { return chip.m.datamem[chip.m.roles.port[port - 'A']]; }
+    uint8_t& portregister(const auto& addresses, const std::string& letter) {
+        return chip.m.datamem[addresses.at(letter.at(0) - 'A')];
+    }
+    static std::string yesno(bool b) { return b ? "yes" : "no"; }
+    std::string query(const std::string& what) {
+        std::istringstream words(what);
+        std::string key, field;
+        int index = 0;
+        words >> key;
+        if (key == "pin" || key == "shown" || key == "analoginput") words >> index;
+        words >> field;
+        if (key == "pin") {
+            const ViewPin& p = view.pins().at(index);
+            const std::map<std::string, int> numbers = {
+                {"port", p.port}, {"mask", p.mask}, {"type", p.type}, {"channel", p.channel}};
+            return field == "name" ? p.name : std::to_string(numbers.at(field));
+        }
+        if (key == "shown") {
+            const PinShown& s = view.shown().at(index);
+            const char* levels[] = {"None", "On", "Off", "Analog"};
+            return field == "button"    ? buttoncaption(s.button)
+                   : field == "enabled" ? yesno(s.enabled)
+                   : field == "level"   ? levels[static_cast<int>(s.level)]
+                                        : s.leveltext;
+        }
+        const std::optional<int> panel = view.panelchannel();
+        const std::map<std::string, std::function<std::string()>> views = {
+            {"input", [&] { return std::to_string(getinput(chip.m, kPortCodeA + field.at(0) - 'A')); }},
+            {"direction", [&] { return std::to_string(pins->direction(kPortCodeA + field.at(0) - 'A')); }},
+            {"analoginput", [&] { return std::to_string(analoginput(chip.m, index)); }},
+            {"title", [&] { return view.title(); }},
+            {"allanalog", [&] { return yesno(view.allanalog()); }},
+            {"panel", [&] { return panel ? std::to_string(*panel) : "none"; }},
+            {"caption", [&] { return view.panelcaption(); }},
+            {"panelvalue", [&] { return view.panelvalue(); }},
+            {"prompt", [&] { return view.analogprompt(); }}};
+        if (views.contains(key)) return views.at(key)();
+        std::string channels;  // "analog"
+        for (int c = 0; c < kAdcChannelCount; ++c)
+            if (analogmode(chip.m, c)) channels += (channels.empty() ? "" : " ") + std::to_string(c);
+        return channels;
+    }
+    void run(const std::string& section) {
+        using Row = const TableRow&;
+        const std::map<std::string, bool*> switches = {
+            {"continuous", &view.continuousslider}, {"voltage", &view.usevoltage},
+            {"running", &chip.m.simulationrunning}};
+        const auto number = [](Row r, size_t i) { return static_cast<int>(r.number(i)); };
+        const std::map<std::string, std::function<void(Row)>> steps = {
+            {"left", [&](Row r) { view.leftclick(number(r, 1)); }},
+            {"right", [&](Row r) { view.rightclick(number(r, 1)); }},
+            {"allanalog", [&](Row r) { view.setallanalog(r.flag(1)); }},
+            {"slider", [&](Row r) { view.sliderchanged(number(r, 1), r.flag(2)); }},
+            {"set", [&](Row r) { *switches.at(r[1]) = r.flag(2); }},
+            {"enter", [&](Row r) { EXPECT_EQ(yesno(view.enteranalog(r[1])), r[2]) << r.where; }},
+            {"close", [&](Row) { view.closepanel(); }},
+            {"ddr", [&](Row r) { portregister(chip.m.roles.ddr, r[1]) = static_cast<uint8_t>(r.number(2)); }},
+            {"port", [&](Row r) { portregister(chip.m.roles.port, r[1]) = static_cast<uint8_t>(r.number(2)); }},
+            {"refresh", [&](Row r) { EXPECT_EQ(yesno(view.refresh()), r[1]) << r.where; }},
+            {"analogmode", [&](Row r) { setanalogmode(chip.m, number(r, 1), r.flag(2)); }},
+            {"analoginput", [&](Row r) { setanaloginput(chip.m, number(r, 1), number(r, 2)); }},
+            {"is", [&](Row r) { EXPECT_EQ(query(r[1]), r[2]) << r.where; }},
+            {"filter", [&](Row r) { view.rebuild(filtersof(r[1])); }}};
+        for (Row row : tablerows("view.txt", section)) {
+            if (steps.contains(row[0]))
+                steps.at(row[0])(row);
+            else
+                ADD_FAILURE() << row.where << ": unknown step " << row[0];
+        }
+    }
 
     Chip chip{"ATmega32"};
-    Machine& m = chip.m;
     std::unique_ptr<PinAccess> pins = makecorepins(chip.m);
     MicrocontrollerView view{chip.m, *pins};
-    static constexpr int kPb0 = 0, kPb2 = 2, kVcc = 9, kPd2 = 15, kPa0 = 39, kPa7 = 32;
 };
 
-TEST_F(ViewTest, PinTableFromTheModel) {
-    const auto& p = view.pins();
-    ASSERT_EQ(p.size(), 40u);
-    EXPECT_EQ(p[kPb0].port, kPortCodeA + 1);
-    EXPECT_EQ(p[kPb0].mask, 1);
-    EXPECT_EQ(p[kPb0].type, 1);
-    EXPECT_EQ(p[kVcc].type, 0);
-    EXPECT_EQ(p[kVcc].name, "VCC_");
-    EXPECT_EQ(p[kPa0].channel, 0);
-    EXPECT_EQ(p[kPa0].type, 2);
-    EXPECT_EQ(p[kPa7].mask, 0x80);
-    EXPECT_EQ(view.title(), "Microcontroller View - ATmega32");
-    EXPECT_EQ(view.shown()[kVcc].button, PinButton::None);
-    EXPECT_EQ(view.shown()[kVcc].level, PinLevel::None);
-}
-
-TEST_F(ViewTest, ToggleDrivesAnInputAndTheLevelFollows) {
-    EXPECT_EQ(view.shown()[kPd2].leveltext, "OFF");
-    view.leftclick(kPd2);
-    EXPECT_EQ(getinput(m, kPortD), 0x04);
-    EXPECT_EQ(view.shown()[kPd2].leveltext, "ON");
-    EXPECT_EQ(view.shown()[kPd2].level, PinLevel::On);
-    view.leftclick(kPd2);
-    EXPECT_EQ(view.shown()[kPd2].leveltext, "OFF");
-}
-
-TEST_F(ViewTest, AnOutputDisablesItsButtonAndShowsThePortBit) {
-    ddr('B') = 0x01;
-    portreg('B') = 0x01;
-    ASSERT_TRUE(view.refresh());
-    EXPECT_FALSE(view.shown()[kPb0].enabled);
-    EXPECT_EQ(view.shown()[kPb0].leveltext, "ON");
-    view.leftclick(kPb0);
-    EXPECT_EQ(getinput(m, kPortB), 0) << "a disabled button does nothing";
-    EXPECT_EQ(pins->direction(kPortB), 0x01);
-    EXPECT_TRUE(view.shown()[kPb0 + 1].enabled);
-}
-
-TEST_F(ViewTest, RightClickSwitchesAnalogUseOfTypeTwoPinsOnly) {
-    view.rightclick(kPb0);
-    EXPECT_EQ(view.shown()[kPb0].button, PinButton::Toggle);
-    view.rightclick(kPa0);
-    EXPECT_TRUE(analogmode(m, 0));
-    EXPECT_EQ(view.shown()[kPa0].button, PinButton::Analog);
-    EXPECT_EQ(std::string(buttoncaption(view.shown()[kPa0].button)), "A");
-    EXPECT_EQ(view.shown()[kPa0].level, PinLevel::Analog);
-    // An analog pin keeps its button even when the program drives it.
-    ddr('A') = 0x01;
-    view.refresh();
-    EXPECT_TRUE(view.shown()[kPa0].enabled);
-    view.rightclick(kPa0);
-    EXPECT_FALSE(analogmode(m, 0));
-    EXPECT_FALSE(view.shown()[kPa0].enabled);
-}
-
-TEST_F(ViewTest, AllAnalogTouchesTypeTwoPinsOnly) {
-    view.setallanalog(true);
-    EXPECT_TRUE(view.allanalog());
-    for (int channel = 0; channel < 8; ++channel) EXPECT_TRUE(analogmode(m, channel)) << channel;
-    EXPECT_TRUE(analogmode(m, 8) && analogmode(m, 9)) << "AIN0 and AIN1 pins are type 2 on this model";
-    EXPECT_EQ(view.shown()[kPb0].button, PinButton::Toggle);
-    view.setallanalog(false);
-    EXPECT_FALSE(view.allanalog());
-    for (int channel = 0; channel < kAdcChannelCount; ++channel) EXPECT_FALSE(analogmode(m, channel));
-}
-
-TEST_F(ViewTest, AnalogPanelSliderAndPrompt) {
-    view.rightclick(kPa0);
-    view.leftclick(kPa0);
-    ASSERT_EQ(view.panelchannel(), 0);
-    EXPECT_EQ(view.panelcaption(), "ADC0");
-    view.sliderchanged(300, false);
-    EXPECT_EQ(analoginput(m, 0), 300);
-    EXPECT_EQ(view.shown()[kPa0].leveltext, "300");
-    view.continuousslider = false;
-    view.sliderchanged(400, false);
-    EXPECT_EQ(analoginput(m, 0), 300) << "applied only on release";
-    view.sliderchanged(400, true);
-    EXPECT_EQ(analoginput(m, 0), 400);
-    EXPECT_EQ(view.analogprompt(), "Enter new analog value [0-1023].");
-    EXPECT_TRUE(view.enteranalog("1023"));
-    EXPECT_EQ(analoginput(m, 0), 1023);
-    for (const char* bad : {"1024", "-1", "abc", "", "5.5"}) EXPECT_FALSE(view.enteranalog(bad)) << bad;
-    EXPECT_EQ(analoginput(m, 0), 1023);
-    view.usevoltage = true;
-    view.refresh();
-    EXPECT_EQ(view.shown()[kPa0].leveltext, "5.00V");
-    EXPECT_TRUE(view.enteranalog("2.5V"));
-    EXPECT_EQ(analoginput(m, 0), 512);
-    EXPECT_EQ(view.panelvalue(), "2.50V");
-    EXPECT_FALSE(view.enteranalog("5.1"));
-    view.closepanel();
-    EXPECT_FALSE(view.panelchannel());
-}
-
-TEST_F(ViewTest, WhileRunningOnlyAChangeRepaints) {
-    m.simulationrunning = true;
-    EXPECT_TRUE(view.refresh()) << "the first look takes the copies";
-    EXPECT_FALSE(view.refresh());
-    EXPECT_FALSE(view.refresh());
-    portreg('C') = 0xFF;  // PORTC on inputs changes no level
-    EXPECT_FALSE(view.refresh());
-    ddr('C') = 0x01;
-    EXPECT_TRUE(view.refresh());
-    EXPECT_EQ(view.shown()[21].leveltext, "ON") << "PC0: the pin model is evaluated first";
-    EXPECT_FALSE(view.refresh());
-    setanalogmode(m, 3, true);
-    EXPECT_TRUE(view.refresh()) << "PA3 turns analog";
-    EXPECT_FALSE(view.refresh());
-    setanaloginput(m, 3, 7);
-    EXPECT_TRUE(view.refresh()) << "its value changes";
-    m.simulationrunning = false;
-    EXPECT_TRUE(view.refresh()) << "when stopped every refresh paints";
-}
-
-TEST_F(ViewTest, FiltersRebuildTheNames) {
-    PinFilters filters{};
-    filters[static_cast<int>(PinFunctionGroup::Adc)] = true;
-    view.rebuild(filters);
-    EXPECT_EQ(view.pins()[kPa0].name, "_PA0");
-    EXPECT_EQ(view.pins()[kPb2].name, "PB2/INT2/AIN0_");
-}
+TEST_F(ViewTest, PinTableFromTheModel) { run("pin table from the model"); }
+TEST_F(ViewTest, ToggleDrivesAnInputAndTheLevelFollows) { run("toggle drives an input and the level follows"); }
+TEST_F(ViewTest, AnOutputDisablesItsButton) { run("an output disables its button and shows the port bit"); }
+TEST_F(ViewTest, RightClickSwitchesAnalogUse) { run("right click switches analog use of type two pins only"); }
+TEST_F(ViewTest, AllAnalogTouchesTypeTwoPinsOnly) { run("all analog touches type two pins only"); }
+TEST_F(ViewTest, AnalogPanelSliderAndPrompt) { run("analog panel, slider and prompt"); }
+TEST_F(ViewTest, WhileRunningOnlyAChangeRepaints) { run("while running only a change repaints"); }
+TEST_F(ViewTest, FiltersRebuildTheNames) { run("filters rebuild the names"); }
 
 TEST_F(ViewTest, AProgramReadsWhatTheViewDrives) {
-    view.leftclick(kPd2);
-    view.rightclick(kPa0);  // analog use of PA0 with a value typed in, converted by the program
-    view.leftclick(kPa0);
+    view.leftclick(15);  // PD2
+    view.rightclick(39);  // analog use of PA0 with a value typed in, converted by the program
+    view.leftclick(39);
     ASSERT_TRUE(view.enteranalog("512"));
     chip.program({ind(16, chip.at("PIND")), ldi(17, 0xC0), outd(chip.at("ADCSRA"), 17), sbic(chip.at("ADCSRA"), 6),
                   rjmp(-2), ind(20, chip.at("ADCL")), ind(21, chip.at("ADCH")), kSleep});
@@ -417,12 +365,8 @@ TEST_F(ViewTest, AProgramReadsWhatTheViewDrives) {
 }
 
 TEST(PinNames, DisplayFormWithTheSideMarkAndGroupsRemovingWholeTokens) {
-    const std::vector<std::string> groups = {"Pcint", "Adc", "Ain", "ExternalSram", "Interrupt", "Usart", "Spi"};
-    for (const TableRow& row : tablerows("tables.txt", "Pin names")) {
-        PinFilters filters{};
-        for (size_t g = 0; g < groups.size(); ++g) filters[g] = row[0] == "all" || row[0] == groups[g];
-        EXPECT_EQ(pindisplayname(row[2], row.flag(1), filters), row[3]) << row.where;
-    }
+    for (const TableRow& row : tablerows("tables.txt", "Pin names"))
+        EXPECT_EQ(pindisplayname(row[2], row.flag(1), filtersof(row[0])), row[3]) << row.where;
     EXPECT_FALSE(ingroup(PinFunctionGroup::Interrupt, "INT"));
     EXPECT_FALSE(ingroup(PinFunctionGroup::ExternalSram, "A"));
 }

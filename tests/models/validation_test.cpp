@@ -108,15 +108,9 @@ std::vector<std::string> avrlibcnamesof(const std::string& interrupt) {
 TEST(ShippedModels, ListIsInDocumentedOrderWithAvrLibcSizesAndATmega32AsDefault) {
     const ModelList list = modellist(kModelsDir);
     ASSERT_TRUE(list.error.empty()) << list.error;
-    std::vector<std::string> names;
-    for (const ModelEntry& e : list.models) names.push_back(e.name);
-    // By byte order of the names, and by the number behind the first six characters where
-    // those agree: ATmega8 before ATmega16, ATtiny2313 after ATtiny85.
-    EXPECT_EQ(names, (std::vector<std::string>{
-                         "AT90S2313", "AT90S8515", "ATmega8", "ATmega16", "ATmega32", "ATmega48", "ATmega64",
-                         "ATmega88", "ATmega128", "ATmega162", "ATmega168", "ATmega328P", "ATmega8515", "ATtiny12",
-                         "ATtiny13", "ATtiny24", "ATtiny25", "ATtiny26", "ATtiny44", "ATtiny45", "ATtiny84",
-                         "ATtiny85", "ATtiny2313"}));
+    std::string names;
+    for (const ModelEntry& e : list.models) names += (names.empty() ? "" : " ") + e.name;
+    EXPECT_EQ(names, tablerows("tables.txt", "Shipped model order").at(0)[0]);
     ASSERT_GE(list.defaultindex, 0);
     EXPECT_EQ(list.models[list.defaultindex].name, "ATmega32");
     // Every listed model has avr-libc facts, and its description gives their sizes.
@@ -346,49 +340,32 @@ TEST_P(ShippedModel, PinsLieOnPortsOfTheChip) {
 INSTANTIATE_TEST_SUITE_P(AvrLibc, ShippedModel, ::testing::ValuesIn(devicenames()),
                          [](const ::testing::TestParamInfo<std::string>& info) { return info.param; });
 
-RegisterRoles bind(const std::vector<std::string>& lines) {
-    RegisterRoles roles;
-    bindroles(lines, roles);
-    return roles;
-}
-
-TEST(Roles, DefiningPortxMarksThePortAsExisting) {
-    const RegisterRoles r = bind({".equ PORTB = $18", ".equ PINB = $16", ".equ DDRB = $17", ".equ PINC = $13",
-                                  ".equ DDRC = $14", ".equ PORTG = $65"});
-    EXPECT_TRUE(r.portexists[1]);
-    EXPECT_EQ(r.port[1], 0x38);
-    EXPECT_EQ(r.pin[1], 0x36);
-    EXPECT_EQ(r.ddr[1], 0x37);
-    // PINC and DDRC alone do not make port C.
-    EXPECT_FALSE(r.portexists[2]);
-    EXPECT_EQ(r.pin[2], 0x33);
-    EXPECT_TRUE(r.portexists[6]);
-    EXPECT_EQ(r.port[6], 0x65);
-    for (int port : {0, 3, 4, 5}) {
-        EXPECT_FALSE(r.portexists[port]);
-        EXPECT_EQ(r.port[port], 0);
-    }
-}
-
-TEST(Roles, FirstAlternativeWinsWhateverTheLineOrderAndIoAddressesGetThirtyTwoAdded) {
+// A role by its name: a register, or "port.X", "pin.X", "ddr.X", "exists.X" of port X.
+int roleof(const RegisterRoles& r, const std::string& role) {
     using R = RegisterRoles;
-    const std::map<std::string, int R::*> roles = {
+    const std::map<std::string, int R::*> registers = {
         {"udr", &R::udr},       {"spl", &R::spl},       {"ucsra", &R::ucsra},   {"ucsrb", &R::ucsrb},
         {"ucsrc", &R::ucsrc},   {"ubrrl", &R::ubrrl},   {"ubrrh", &R::ubrrh},   {"eearl", &R::eearl},
         {"eearh", &R::eearh},   {"eecr", &R::eecr},     {"eedr", &R::eedr},     {"adcsra", &R::adcsra},
         {"adcsrb", &R::adcsrb}, {"acsr", &R::acsr},     {"acsrb", &R::acsrb},   {"eicra", &R::eicra},
         {"sfior", &R::sfior},   {"mcucr", &R::mcucr}};
-    for (const velmora::test::TableRow& row : velmora::test::tablerows("tables.txt", "Roles")) {
+    if (registers.contains(role)) return r.*registers.at(role);
+    const size_t port = static_cast<size_t>(role.back() - 'A');
+    if (role.starts_with("exists.")) return r.portexists.at(port);
+    return (role.starts_with("port.") ? r.port : role.starts_with("pin.") ? r.pin : r.ddr).at(port);
+}
+
+TEST(Roles, FirstAlternativeWinsWhateverTheLineOrderAndIoAddressesGetThirtyTwoAdded) {
+    for (const TableRow& row : tablerows("tables.txt", "Roles")) {
         std::vector<std::string> lines;
         std::istringstream in(row[0]);
         for (std::string line; std::getline(in, line);) lines.push_back(line);
-        EXPECT_EQ(test::bind(lines).*roles.at(row[1]), row.number(2)) << row.where;
+        RegisterRoles roles;
+        bindroles(lines, roles);
+        std::istringstream names(row[1]), addresses(row[2]);
+        for (std::string name, address; names >> name && addresses >> address;)
+            EXPECT_EQ(roleof(roles, name), std::stoi(address, nullptr, 0)) << row.where << " " << name;
     }
-    const RegisterRoles r = bind({"   .equ\tportb   =  $18   ; the data register", "; .equ PORTA = $1B",
-                                  ".set PORTC = $15", ".equ PORTD"});
-    EXPECT_EQ(std::vector<bool>(r.portexists.begin(), r.portexists.begin() + 4),
-              std::vector<bool>({false, true, false, false}));
-    EXPECT_EQ(r.port[1], 0x38);
 }
 
 TEST(Roles, UndefinedRolesStayAtZeroAndBindingStartsAfresh) {

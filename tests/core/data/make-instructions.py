@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Fills the words column of instructions.txt from its program column with avr-as and avr-ld.
+"""Fills the words column (the third) of a table's rows of six cells or more from its
+program column (the second) with avr-as and avr-ld.
 
-Usage: make-instructions.py [FILE]   (default: instructions.txt beside this script)
+Usage: make-instructions.py [FILE]   (default: instructions.txt beside this script; also run
+on quietruns.txt, stops.txt and sideeffects.txt)
 Each row's program (instructions separated by ";") is assembled for the ATmega2560 at address 0;
 the linker resolves the relative jumps. The file is rewritten in place.
 """
@@ -29,7 +31,7 @@ def main():
     with tempfile.TemporaryDirectory() as work:
         for line in open(path):
             fields = line.rstrip("\n").split(" | ")
-            if line.startswith("#") or len(fields) != 6:
+            if line.startswith("#") or line.startswith("[") or len(fields) < 6:
                 out.append(line)
                 continue
             fields[2] = words(fields[1], work)
