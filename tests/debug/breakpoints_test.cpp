@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include "assembler/assemblefile.h"
@@ -12,6 +13,7 @@
 #include "debug/specialbreakpoints.h"
 #include "memoryfixture.h"
 #include "support/scriptedquestions.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -27,22 +29,10 @@ TEST(BreakpointList, ClicksToggleSortedEntriesAndTheMachineFollows) {
     Chip chip("ATmega32");
     BreakpointList list(chip.m);
     using T = BreakpointList::Toggle;
-    const struct {
-        const char* row;
-        T result;
-        const char* entries;
-    } clicks[] = {
-        {"000010  E00F    LDI R16,0x0F", T::Set, "000010 - - - - - - - - -"},
-        {"000004  0000    NOP", T::Set, "000004 000010 - - - - - - - -"},
-        {"00000a", T::Set, "000004 00000A 000010 - - - - - - -"},  // read in any case
-        {"000010", T::Cleared, "000004 00000A - - - - - - - -"},   // the list closes up
-        {"      ; a comment", T::Ignored, "000004 00000A - - - - - - - -"},
-        {"Line    Address", T::Ignored, "000004 00000A - - - - - - - -"},
-        {"00002", T::Ignored, "000004 00000A - - - - - - - -"},
-    };
-    for (const auto& click : clicks) {
-        EXPECT_EQ(list.toggle(click.row), click.result) << click.row;
-        EXPECT_EQ(joined(list.entries()), click.entries) << click.row;
+    const std::map<std::string, T> results = {{"set", T::Set}, {"cleared", T::Cleared}, {"ignored", T::Ignored}};
+    for (const TableRow& click : tablerows("debugtables.txt", "clicks")) {
+        EXPECT_EQ(list.toggle(click[0]), results.at(click[1])) << click.where;
+        EXPECT_EQ(joined(list.entries()), click[2]) << click.where;
     }
     for (int32_t word : {4, 10}) {
         chip.m.pc = word;
@@ -163,60 +153,35 @@ TEST(BreakpointsManager, AClickedRowStopsAFastRunThere) {
     EXPECT_EQ(f.chip.settings.getsetting(kHoldPcInFocus, ""), "0");
 }
 
-// Value breakpoints on a working register, an I/O register and SRAM. The program: LDI R16,0
-// then, in a loop, INC R16, OUT PORTB,R16, STS 0x0100,R16, RJMP: the k-th INC is instruction
-// 1 + 4(k-1) + 1, the k-th OUT one later, the k-th STS two later.
+// Value breakpoints on a working register, an I/O register and SRAM (the program and the
+// counts worked out by hand are in data/debugtables.txt).
 TEST(SpecialBreakpoints, StopWhenAValueEqualsOrChanges) {
-    const struct {
-        std::vector<std::string> answers;
-        const char* address;
-        const char* condition;
-        uint64_t instructions;  // at the stop
-    } rows[] = {
-        {{"10", "1", "3"}, "$010", "Value = 0x03", 1 + 8 + 1},  // R16 = 3 after the third INC
-        {{"38", "1", "2"}, "$038", "Value = 0x02", 1 + 4 + 2},  // PORTB = 2 after the second OUT
-        {{"100", "2"}, "$100", "Value Change", 1 + 0 + 3},      // the first STS
-        {{"10", "2"}, "$010", "Value Change", 1 + 4 + 1},       // the first INC is step 2: not yet
-        {{"10", "1", "0"}, "$010", "Value = 0x00", 1},          // already equal at the first step
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.answers[0] + " " + row.answers[1]);
+    for (const TableRow& row : tablerows("debugtables.txt", "valuebreaks")) {
+        SCOPED_TRACE(row.where);
         Chip chip("ATmega32");
         loadwords(chip.m, {0xE000, 0x9503, 0xBB08, 0x9300, 0x0100, 0xCFFB});
         ScriptedQuestions questions;
-        questions.answers.assign(row.answers.begin(), row.answers.end());
+        questions.answers.assign(row.cells.begin() + 3, row.cells.end());
         SpecialBreakpoints special(chip.run, questions, chip.messenger);
         special.set(0);
-        EXPECT_EQ(special.addresslabel(0), row.address);
-        EXPECT_EQ(special.conditionlabel(0), row.condition);
+        EXPECT_EQ(special.addresslabel(0), row[0]);
+        EXPECT_EQ(special.conditionlabel(0), row[1]);
         chip.runtosleep();
         EXPECT_EQ(chip.run.simulationrate(), kRateStep);
-        EXPECT_EQ(chip.m.totalinstructions, row.instructions);
+        EXPECT_EQ(chip.m.totalinstructions, static_cast<uint64_t>(row.number(2)));
     }
 }
 
 TEST(SpecialBreakpoints, RejectedAnswersLeaveTheEntry) {
-    const struct {
-        std::vector<std::optional<std::string>> answers;
-        const char* message;  // "" for none
-    } rows[] = {
-        {{std::nullopt}, ""},
-        {{""}, ""},
-        {{"ZZ"}, "Address out of range."},
-        {{"860"}, "Address out of range."},  // ATmega32: data addresses up to 0x85F
-        {{"60", ""}, ""},
-        {{"60", "3"}, "Wrong entry."},
-        {{"60", "1", "100"}, "Value out of range."},
-        {{"60", "1", std::nullopt}, ""},
-    };
-    for (const auto& row : rows) {
+    for (const TableRow& row : tablerows("debugtables.txt", "rejectedspecial")) {
         Chip chip("ATmega32");
         ScriptedQuestions questions;
-        questions.answers.assign(row.answers.begin(), row.answers.end());
+        for (size_t i = 1; i < row.cells.size(); ++i)
+            questions.answers.push_back(row[i] == "(cancel)" ? std::nullopt : std::optional(row[i]));
         SpecialBreakpoints special(chip.run, questions, chip.messenger);
         special.set(2);
-        EXPECT_EQ(special.entries()[2].kind, SpecialKind::Empty) << row.message;
-        EXPECT_EQ(chip.messenger.messages, std::vector<std::string>(*row.message ? 1 : 0, row.message));
+        EXPECT_EQ(special.entries()[2].kind, SpecialKind::Empty) << row.where;
+        EXPECT_EQ(chip.messenger.messages, std::vector<std::string>(row[0].empty() ? 0 : 1, row[0])) << row.where;
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 
 #include "core/stack.h"
@@ -20,6 +21,7 @@
 #include "debug/stackviewer.h"
 #include "disassembler/disasminstruction.h"
 #include "memoryfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -35,46 +37,24 @@ TEST(StackViewer, RowsAfterNestedCalls) {
     const StackPage page = StackViewer(chip.m).page();
     EXPECT_EQ(page.label, " Stack Pointer (SPH:SPL):");
     EXPECT_EQ(page.stekpoint, "$085B");
-    const std::array<std::string, kStackRows> rows = {
-        "",  // $861 and $860 lie above the SRAM
-        "",
-        "$85F      $05          00000101",  // return to word 5, low byte
-        "$85E      $00          00000000",
-        "$85D      $06          00000110",  // return to word 6
-        "$85C      $00          00000000",
-        "$85B      $00          00000000",  // SP
-    };
-    for (size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(page.rows[i], rows[i]) << "row " << i;
+    const std::vector<TableRow> rows = tablerows("memorytools.txt", "nestedcalls");
+    ASSERT_EQ(rows.size(), page.rows.size());
+    for (const TableRow& row : rows) EXPECT_EQ(page.rows[static_cast<size_t>(row.number(0))], row[1]) << row.where;
     EXPECT_EQ(page.pushrow, "$85A      $00          00000000");
 }
 
 TEST(StackViewer, EdgesOfTheSram) {
-    const struct {
-        const char* name;
-        const char* model;
-        int sp;
-        std::string top, bottom, push;  // rows SP + 6 and SP, and SP - 1
-    } rows[] = {
-        {"SP at the lowest SRAM cell: nothing below it", "ATmega32", 0x060, "$066      $00          00000000",
-         "$060      $00          00000000", ""},
-        {"SP at RAMEND: nothing above it", "ATmega32", 0x85F, "", "$85F      $00          00000000",
-         "$85E      $00          00000000"},
-        {"SP among the registers", "ATmega32", 0x010, "", "", ""},
-        {"more than 4097 cells: four digits", "ATmega128", 0x10FF, "", "$10FF     $00          00000000",
-         "$10FE     $00          00000000"},
-        {"no SPH: its cell does not count", "ATtiny2313", 0x0DF, "", "$0DF      $00          00000000",
-         "$0DE      $00          00000000"},
-    };
-    for (const auto& r : rows) {
-        Chip chip(r.model);
-        chip.m.datamem[kSplAddress] = static_cast<uint8_t>(r.sp & 0xFF);
-        chip.m.datamem[kSphAddress] = static_cast<uint8_t>(r.sp >> 8);
+    for (const TableRow& r : tablerows("memorytools.txt", "sramedges")) {
+        const int sp = static_cast<int>(r.number(2));
+        Chip chip(r[1]);
+        chip.m.datamem[kSplAddress] = static_cast<uint8_t>(sp & 0xFF);
+        chip.m.datamem[kSphAddress] = static_cast<uint8_t>(sp >> 8);
         if (chip.m.roles.sph == 0) chip.m.datamem[kSphAddress] = 0x12;
         const StackPage page = StackViewer(chip.m).page();
-        EXPECT_EQ(page.sp, r.sp) << r.name;
-        EXPECT_EQ(page.rows[0], r.top) << r.name;
-        EXPECT_EQ(page.rows[6], r.bottom) << r.name;
-        EXPECT_EQ(page.pushrow, r.push) << r.name;
+        EXPECT_EQ(page.sp, sp) << r.where;
+        EXPECT_EQ(page.rows[0], r[3]) << r.where;
+        EXPECT_EQ(page.rows[6], r[4]) << r.where;
+        EXPECT_EQ(page.pushrow, r[5]) << r.where;
     }
     Chip tiny("ATtiny2313");
     tiny.m.datamem[kSplAddress] = 0xDF;
@@ -132,29 +112,19 @@ TEST(AlternativeRegisters, RemovedRowsAreKeptPerModel) {
     EXPECT_EQ(chip.settings.getsetting(kAlternativeSfrList1, "").size(), static_cast<size_t>(count / 2));
     EXPECT_EQ(list.rows().size(), static_cast<size_t>(count - 4));
 
-    const struct {
-        const char* name;
-        const char* model;
-        std::string list1;  // empty: left as stored
-        size_t hidden;
-    } reopen[] = {
-        {"the same model reads its list again", "ATmega32", "", 4},
-        {"another model starts afresh", "ATtiny2313", "", 0},
-        {"a list of the wrong length starts afresh", "ATmega32", "1", 0},
-        {"a digit other than 0 and 1 starts afresh", "ATmega32", std::string(static_cast<size_t>(count / 2), '2'), 0},
-    };
-    for (const auto& r : reopen) {
-        Chip again(r.model);
+    for (const TableRow& r : tablerows("memorytools.txt", "reopen")) {
+        const std::string list1 = r[2] == "(twos)" ? std::string(static_cast<size_t>(count / 2), '2') : r[2];
+        Chip again(r[1]);
         for (const char* name : {kAlternativeSfrModel, kAlternativeSfrList1, kAlternativeSfrList2})
             again.settings.putsetting(name, chip.settings.getsetting(name, ""));
-        if (!r.list1.empty()) again.settings.putsetting(kAlternativeSfrList1, r.list1);
+        if (!list1.empty()) again.settings.putsetting(kAlternativeSfrList1, list1);
         AlternativeRegisters reopened(again.m, again.settings);
         reopened.open();
         const auto& flags = reopened.hiddenlist();
-        EXPECT_EQ(static_cast<size_t>(std::count(flags.begin(), flags.end(), 1)), r.hidden) << r.name;
-        EXPECT_EQ(flags.size(), again.m.namedregisters.size()) << r.name;
-        EXPECT_EQ(again.settings.getsetting(kAlternativeSfrModel, ""), r.model == std::string("ATmega32") ? "atmega32" : "attiny2313")
-            << r.name;
+        EXPECT_EQ(std::count(flags.begin(), flags.end(), 1), r.number(3)) << r.where;
+        EXPECT_EQ(flags.size(), again.m.namedregisters.size()) << r.where;
+        EXPECT_EQ(again.settings.getsetting(kAlternativeSfrModel, ""), r[1] == "ATmega32" ? "atmega32" : "attiny2313")
+            << r.where;
     }
 
     // F12 brings every row back.
@@ -204,32 +174,20 @@ const UsageStripe* stripeat(const std::vector<UsageStripe>& stripes, int address
 }
 
 TEST(DataMemoryUsage, StripesOfEachPanel) {
-    const DataMemoryUsage small(usage(128));
-    const DataMemoryUsage large(usage(2048));
-    const struct {
-        const char* name;
-        std::vector<UsageStripe> stripes;
-        size_t count;
-        int address;
-        double x, width;
-        uint32_t colour;
-    } rows[] = {
-        {"a free register", small.gpwrpanel(), 32, 0, 0, 8, kGreen},
-        {"a register of the compiler", small.gpwrpanel(), 32, 16, 128, 8, kBlue},
-        {"a register of a variable", small.gpwrpanel(), 32, 17, 136, 8, kPink},
-        {"an unused I/O cell", small.iopanel(), 64, 32, 0, 4, kBlack},
-        {"SREG's place", small.iopanel(), 64, 95, 252, 4, kRed},
-        {"128 SRAM cells, two units each", small.srampanel(), 128, 97, 2, 2, kGreen},
-        {"2048 SRAM cells share the width", large.srampanel(), 2048, 96 + 1024, 128, 0.125, kGreen},
-    };
-    for (const auto& r : rows) {
-        EXPECT_EQ(r.stripes.size(), r.count) << r.name;
-        const UsageStripe* s = stripeat(r.stripes, r.address);
-        ASSERT_TRUE(s) << r.name;
-        EXPECT_DOUBLE_EQ(s->x, r.x) << r.name;
-        EXPECT_DOUBLE_EQ(s->width, r.width) << r.name;
-        EXPECT_EQ(s->colour, r.colour) << r.name;
+    const std::map<std::string, uint32_t> colours = {
+        {"black", kBlack}, {"red", kRed}, {"green", kGreen}, {"blue", kBlue}, {"pink", kPink}};
+    for (const TableRow& r : tablerows("memorytools.txt", "stripes")) {
+        const DataMemoryUsage view(usage(static_cast<int>(r.number(1))));
+        const std::vector<UsageStripe> stripes =
+            r[2] == "gpwr" ? view.gpwrpanel() : r[2] == "io" ? view.iopanel() : view.srampanel();
+        EXPECT_EQ(stripes.size(), static_cast<size_t>(r.number(3))) << r.where;
+        const UsageStripe* s = stripeat(stripes, static_cast<int>(r.number(4)));
+        ASSERT_TRUE(s) << r.where;
+        EXPECT_DOUBLE_EQ(s->x, std::stod(r[5])) << r.where;
+        EXPECT_DOUBLE_EQ(s->width, std::stod(r[6])) << r.where;
+        EXPECT_EQ(s->colour, colours.at(r[7])) << r.where;
     }
+    const DataMemoryUsage large(usage(2048));
     // On a shared pixel the variable is drawn after the free cells around it.
     const std::vector<UsageStripe> sram = large.srampanel();
     EXPECT_EQ(sram.back().address, 96);
@@ -238,16 +196,11 @@ TEST(DataMemoryUsage, StripesOfEachPanel) {
 }
 
 TEST(DataMemoryUsage, FlashShare) {
-    const struct {
-        int words, flashbytes;
-        const char* label;
-    } rows[] = {{100, 32768, "0.6%"}, {16384, 32768, "100.0%"}, {0, 2048, "0.0%"}, {1023, 2048, "99.9%"},
-                {1100, 2048, "107.4%"}};
-    for (const auto& r : rows) {
+    for (const TableRow& r : tablerows("memorytools.txt", "flashshare")) {
         CompiledUsage u;
-        u.outputwords = r.words;
-        u.flashbytes = r.flashbytes;
-        EXPECT_EQ(DataMemoryUsage(u).flashlabel(), r.label) << r.words;
+        u.outputwords = static_cast<int>(r.number(0));
+        u.flashbytes = static_cast<int>(r.number(1));
+        EXPECT_EQ(DataMemoryUsage(u).flashlabel(), r[2]) << r.where;
     }
 }
 
@@ -280,25 +233,11 @@ TEST(ProgramMemoryEditor, RowsShowWordBinaryAndTheDisassemblersText) {
     Disassembler dis(m.bitnames);
     const auto text = [&dis](uint16_t word, uint16_t next) { return dis.disasminstruction(word, next).substr(0, 20); };
     ProgramMemoryEditor editor(m);
-    const struct {
-        const char* name;
-        int scroll, row;
-        std::string expected;
-    } rows[] = {
-        {"LDI", 0, 0, "$000000  $E50F   1110010100001111  " + text(0xE50F, kCall)},
-        {"CALL takes its operand", 0, 1, "$000001  $940E   1001010000001110  " + text(kCall, 0x0034)},
-        {"the operand row has no instruction", 0, 2, "$000002  $0034   0000000000110100"},
-        {"the walk goes on behind it", 0, 3, "$000003  $0000   0000000000000000  NOP"},
-        {"SLEEP", 0, 4, "$000004  $9588   1001010110001000  " + text(kSleep, 0xFFFF)},
-        {"an erased word", 0, 5, "$000005  $FFFF   1111111111111111  " + text(0xFFFF, 0xFFFF)},
-        {"a page ending at a CALL shows no operand row", 0x20, 15,
-         "$00002F  $940E   1001010000001110  " + text(kCall, 0x0100)},
-        {"one row earlier the operand fits", 0x21, 15, "$000030  $0100   0000000100000000"},
-        {"last page", 0x3FFF, 15, "$003FFF  $FFFF   1111111111111111  " + text(0xFFFF, 0xFFFF)},
-    };
-    for (const auto& r : rows) {
-        editor.setscroll(r.scroll);
-        EXPECT_EQ(editor.rows()[static_cast<size_t>(r.row)].text, r.expected) << r.name;
+    for (const TableRow& r : tablerows("memorytools.txt", "programrows")) {
+        const auto word = [&r](size_t i) { return static_cast<uint16_t>(r.number(i)); };
+        const std::string expected = r[4].empty() ? r[3] : r[3] + "  " + text(word(4), word(5));
+        editor.setscroll(static_cast<int>(r.number(1)));
+        EXPECT_EQ(editor.rows()[static_cast<size_t>(r.number(2))].text, expected) << r.where;
     }
     EXPECT_EQ(text(0xE50F, kCall), "LDI R16,$5F");
     EXPECT_EQ(editor.scrollmax(), 16384 - 16);
@@ -307,23 +246,17 @@ TEST(ProgramMemoryEditor, RowsShowWordBinaryAndTheDisassemblersText) {
 }
 
 TEST(ProgramMemoryEditor, TypedOpcodes) {
-    const struct {
-        std::optional<std::string> answer;
-        int expected;  // -1: dropped
-    } rows[] = {
-        {"12", 0x0012}, {"abcd", 0xABCD}, {"FFFF", 0xFFFF}, {"0", 0x0000}, {"10000", -1},
-        {"G1", -1},     {"-1", -1},       {" 12", -1},      {"", -1},      {std::nullopt, -1},
-    };
-    for (const auto& r : rows) {
+    for (const TableRow& r : tablerows("memorytools.txt", "opcodes")) {
+        const bool kept = r[1] != "dropped";
+        const std::optional<std::string> answer = r[0] == "(cancel)" ? std::nullopt : std::optional(r[0]);
         Chip chip("ATmega32");
         putword(chip.m, 7, 0x5555);
         const int programbytes = chip.m.programbytes;
         ProgramMemoryEditor editor(chip.m);
         editor.setscroll(7);
-        const std::string shown = r.answer.value_or("(cancel)");
-        EXPECT_EQ(editor.editrow(0, r.answer), r.expected >= 0) << shown;
-        EXPECT_EQ(progword(chip.m, 7), r.expected >= 0 ? r.expected : 0x5555) << shown;
-        EXPECT_EQ(chip.m.programbytes, programbytes) << shown;
+        EXPECT_EQ(editor.editrow(0, answer), kept) << r.where;
+        EXPECT_EQ(progword(chip.m, 7), kept ? r.number(1) : 0x5555) << r.where;
+        EXPECT_EQ(chip.m.programbytes, programbytes) << r.where;
     }
 }
 
@@ -347,24 +280,11 @@ TEST(EepromEditor, RowsAfterAProgramWroteTheEeprom) {
     ASSERT_NE(chip.output().find("050: EF BE AD DE"), std::string::npos);
     EepromEditor editor(chip.m);
     ASSERT_TRUE(editor.scrollable());
-    const std::string erased = "FF FF FF FF FF FF FF FF";
-    const struct {
-        int scroll, row;
-        std::string label, bytes;
-    } rows[] = {
-        {1, 0, "$010", "5A FF FF FF FF FF FF FF " + erased},
-        {1, 1, "$020", "01 26 4B 70 95 BA DF 04 " + erased},
-        {1, 2, "$030", erased + " " + erased},
-        {1, 3, "$040", "56 65 6C 6D 6F 41 61 3F " + erased},
-        {1, 4, "$050", "EF BE AD DE FF FF FF FF " + erased},
-        {56, 7, "$3F0", erased + " FF FF FF FF C0 C1 C2 C3"},
-        {99, 0, "$380", erased + " " + erased},  // held at the last page
-    };
-    for (const auto& r : rows) {
-        editor.setscroll(r.scroll);
+    for (const TableRow& r : tablerows("memorytools.txt", "eeprompages")) {
+        editor.setscroll(static_cast<int>(r.number(0)));
         const EepromPage page = editor.page();
-        EXPECT_EQ(page.labels[static_cast<size_t>(r.row)], r.label) << r.label;
-        EXPECT_EQ(page.bytes[static_cast<size_t>(r.row)], r.bytes) << r.label;
+        EXPECT_EQ(page.labels[static_cast<size_t>(r.number(1))], r[2]) << r.where;
+        EXPECT_EQ(page.bytes[static_cast<size_t>(r.number(1))], r[3]) << r.where;
     }
 
     // The program reads the cell it prints as "erased" before writing it: an edit reaches it.
@@ -375,16 +295,13 @@ TEST(EepromEditor, RowsAfterAProgramWroteTheEeprom) {
 }
 
 TEST(EepromEditor, TypedBytesAndTheSmallEeprom) {
-    const struct {
-        std::string text;
-        int expected;  // -1: not stored, the box stays
-    } rows[] = {{"", 0x00}, {"5", 0x05}, {"a", 0x0A}, {"7f", 0x7F}, {"G", -1}, {"123", -1}, {" 1", -1}, {"-", -1}};
     Chip chip("ATtiny12");
     EepromEditor editor(chip.m);
-    for (const auto& r : rows) {
+    for (const TableRow& r : tablerows("memorytools.txt", "eeprombytes")) {
+        const bool stored = r[1] != "refused";
         chip.m.eeprommem[0x3F] = 0x99;
-        EXPECT_EQ(editor.entercell(0x3F, r.text), r.expected >= 0) << r.text;
-        EXPECT_EQ(chip.m.eeprommem[0x3F], r.expected >= 0 ? r.expected : 0x99) << r.text;
+        EXPECT_EQ(editor.entercell(0x3F, r[0]), stored) << r.where;
+        EXPECT_EQ(chip.m.eeprommem[0x3F], stored ? r.number(1) : 0x99) << r.where;
     }
     // 64 bytes: four rows, no scroll bar, the other rows empty and not clickable.
     EXPECT_FALSE(editor.scrollable());

@@ -4,8 +4,11 @@
 // the rows in both number formats, and the hand-added entries with their checks, their file,
 // the value change and the delete.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <sstream>
 
 #include "basic/basicfile.h"
@@ -13,6 +16,7 @@
 #include "debug/watchvariables.h"
 #include "memoryfixture.h"
 #include "support/scriptedquestions.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -39,6 +43,12 @@ struct BasicProgram {
     }
 };
 
+WatchKind kindnamed(const std::string& name) {
+    const std::map<std::string, WatchKind> kinds = {
+        {"Bit", WatchKind::Bit}, {"Byte", WatchKind::Byte}, {"Word", WatchKind::Word}, {"Long", WatchKind::Long}};
+    return kinds.at(name);
+}
+
 struct WatchFixture {
     Chip chip{"ATmega32"};
     ScriptedQuestions questions;
@@ -53,21 +63,13 @@ TEST(WatchVariables, BasicDeclarationsShowWhatTheProgramWrote) {
                          "Dim t(2) As Byte\r\nflag = 1\r\nb = 200\r\nw = 60000\r\nl = 4000000000\r\n"
                          "a(0) = 1\r\na(1) = 515\r\na(2) = 65535\r\nt(1) = 7\r\nASM: SLEEP\r\n");
     f.watch.programloaded(program.hex);
-    const struct {
-        const char* name;
-        WatchKind kind;
-        uint32_t value;
-    } expected[] = {
-        {"flag", WatchKind::Bit, 1},   {"b", WatchKind::Byte, 200},    {"w", WatchKind::Word, 60000},
-        {"l", WatchKind::Long, 4000000000u}, {"a(0)", WatchKind::Word, 1}, {"a(1)", WatchKind::Word, 515},
-        {"a(2)", WatchKind::Word, 65535}, {"t(0)", WatchKind::Byte, 0}, {"t(1)", WatchKind::Byte, 7},
-    };
+    const std::vector<TableRow> expected = tablerows("debugtables.txt", "watchdims");
     const std::vector<WatchEntry>& entries = f.watch.entries();
-    ASSERT_EQ(entries.size(), std::size(expected));
+    ASSERT_EQ(entries.size(), expected.size());
     for (size_t i = 0; i < entries.size(); ++i) {
-        EXPECT_EQ(entries[i].name, expected[i].name);
-        EXPECT_EQ(entries[i].kind, expected[i].kind) << expected[i].name;
-        EXPECT_EQ(watchvalue(f.chip.m, entries[i]), expected[i].value) << expected[i].name;
+        EXPECT_EQ(entries[i].name, expected[i][0]) << expected[i].where;
+        EXPECT_EQ(entries[i].kind, kindnamed(expected[i][1])) << expected[i].where;
+        EXPECT_EQ(watchvalue(f.chip.m, entries[i]), static_cast<uint32_t>(expected[i].number(2))) << expected[i].where;
     }
     // Array elements follow each other at the element's size.
     EXPECT_EQ(entries[5].address, entries[4].address + 2);
@@ -94,22 +96,13 @@ TEST(WatchVariables, RowsInDecimalAndHex) {
     f.chip.m.datamem[0x62] = 0x12;
     f.chip.m.datamem[0x63] = 0x34;
     f.chip.m.datamem[0x64] = 0xFF;
-    const struct {
-        WatchEntry entry;
-        const char* decimal;
-        const char* hex;
-    } rows[] = {
-        {{"f", WatchKind::Bit, 0x61, 3}, "f (0x061.3) = \t1", "f (0x061.3) = \t0x1"},
-        {{"b", WatchKind::Byte, 0x62, 0}, "b (0x062) = \t18", "b (0x062) = \t0x12"},
-        {{"w", WatchKind::Word, 0x62, 0}, "w (0x062) = \t13330", "w (0x062) = \t0x3412"},
-        // 0xFF341208 = 255 * 16777216 + 52 * 65536 + 18 * 256 + 8
-        {{"l", WatchKind::Long, 0x61, 0}, "l (0x061) = \t4281602568", "l (0x061) = \t0xFF341208"},
-    };
-    for (const auto& row : rows) {
+    for (const TableRow& row : tablerows("debugtables.txt", "watchrows")) {
+        const WatchEntry entry{row[0], kindnamed(row[1]), static_cast<int32_t>(row.number(2)),
+                               static_cast<int32_t>(row.number(3))};
         f.watch.sethexvalues(false);
-        EXPECT_EQ(f.watch.row(row.entry), row.decimal);
+        EXPECT_EQ(f.watch.row(entry), row[4]) << row.where;
         f.watch.sethexvalues(true);
-        EXPECT_EQ(f.watch.row(row.entry), row.hex);
+        EXPECT_EQ(f.watch.row(entry), row[5]) << row.where;
     }
     EXPECT_EQ(f.chip.settings.getsetting(kWatchHexValues, ""), "ON");
 }
@@ -119,24 +112,10 @@ TEST(WatchVariables, AddedEntriesAreCheckedKeptAndForgotten) {
     EXPECT_EQ(f.watch.addrefusal(), "No program loaded.");
     const std::string program = (f.files / "one.hex").string();
     f.watch.programloaded(program);
-    const struct {
-        const char *name, *type, *address, *bit, *message;
-        int field;
-    } adds[] = {
-        {"", "Byte", "60", "", "You must enter variable name.", 0},
-        {"Count", "Byte", "60", "", "", -1},
-        {"COUNT", "Word", "62", "", "Duplicate variable name.", 0},
-        {"w", "", "62", "", "You must specify variable type.", 1},
-        {"w", "Word", "200", "", "Variable address out of range.", 2},
-        {"w", "Word", "xyz", "", "Variable address out of range.", 2},
-        {"w", "Word", "1ff", "", "", -1},
-        {"f", "Bit", "61", "(none)", "Incorrect bit selection.", 3},
-        {"f", "Bit", "61", "3", "", -1},
-    };
-    for (const auto& add : adds) {
-        const auto refusal = f.watch.add(add.name, add.type, add.address, add.bit);
-        EXPECT_EQ(refusal ? refusal->message : "", add.message) << add.name << " " << add.address;
-        EXPECT_EQ(refusal ? refusal->field : -1, add.field) << add.name;
+    for (const TableRow& add : tablerows("debugtables.txt", "watchadds")) {
+        const auto refusal = f.watch.add(add[0], add[1], add[2], add[3]);
+        EXPECT_EQ(refusal ? refusal->message : "", add[4]) << add.where;
+        EXPECT_EQ(refusal ? refusal->field : -1, add.number(5)) << add.where;
     }
     const std::vector<WatchEntry> added = {
         {"count", WatchKind::Byte, 0x60, 0}, {"w", WatchKind::Word, 0x1FF, 0}, {"f", WatchKind::Bit, 0x61, 3}};
@@ -162,23 +141,13 @@ TEST(WatchVariables, ValuesChangeWithinTheirKindsRange) {
     for (const auto& [name, type, address] : {std::tuple{"f", "Bit", "60"}, {"b", "Byte", "61"}, {"w", "Word", "62"},
                                               {"l", "Long", "64"}})
         ASSERT_FALSE(f.watch.add(name, type, address, "5"));
-    const struct {
-        size_t entry;
-        const char *decimal, *hex, *message;
-        uint32_t value;  // the entry's value afterwards
-    } changes[] = {
-        {0, "1", "", "", 1},     {0, "2", "", "New variable value out of range.", 1},
-        {1, "256", "", "New variable value out of range.", 0}, {1, "", "fe", "", 254},
-        {2, "65535", "", "", 65535}, {2, "", "10000", "New variable value out of range.", 65535},
-        {3, "", "DEADBEEF", "", 0xDEADBEEF}, {3, "-1", "", "New variable value out of range.", 0xDEADBEEF},
-        {1, "", "", "", 254},  // nothing given: nothing done
-    };
-    for (const auto& change : changes) {
+    for (const TableRow& change : tablerows("debugtables.txt", "watchchanges")) {
+        const size_t entry = static_cast<size_t>(change.number(0));
         bool clear = true;
-        const auto message = f.watch.change(change.entry, change.decimal, change.hex, clear);
-        EXPECT_EQ(message.value_or(""), change.message) << change.decimal << change.hex;
-        EXPECT_EQ(watchvalue(f.chip.m, f.watch.entries()[change.entry]), change.value) << change.decimal << change.hex;
-        EXPECT_FALSE(clear);
+        const auto message = f.watch.change(entry, change[1], change[2], clear);
+        EXPECT_EQ(message.value_or(""), change[3]) << change.where;
+        EXPECT_EQ(watchvalue(f.chip.m, f.watch.entries()[entry]), change.number(4)) << change.where;
+        EXPECT_FALSE(clear) << change.where;
     }
     EXPECT_EQ(f.chip.m.datamem[0x60], 0x20);  // the Bit is bit 5 of its byte
     bool clear = false;
@@ -206,32 +175,29 @@ std::string row(int number, int address, const std::string& opcode, const std::s
 
 TEST(SourceMap, ListingRowsGiveTheMap) {
     const std::string header = "---------\r\nAVR ASSEMBLER LISTING\r\nLine    Address Opcode  Instruction\r\n";
-    const struct {
-        const char* name;
-        std::string listing;
-        std::vector<int> addresses, lines;
-    } rows[] = {
-        {"lines with code", header + row(1, 0, "", "; Begin") + row(2, 5, "", "; 1: a = 1") + row(3, 5, "E001", "\tLDI R16,1") +
-                                row(4, 6, "", "; 2: b = 2") + row(5, 6, "E002", "\tLDI R16,2") +
-                                row(6, 7, "", "; End of program") + row(7, 7, "CFFF", "\tRJMP L0001"),
-         {5, 6, 7}, {1, 2, 3}},
-        {"lines without code share the next address; the later line wins", header + row(1, 5, "", "; 1: ' comment") +
-                                row(2, 5, "", "; 2: Dim a As Byte") + row(3, 5, "", "; 3: a = 1") +
-                                row(4, 5, "E001", "\tLDI R16,1") + row(5, 6, "", "; End of program"),
-         {5, 6}, {3, 4}},
-        {"a line is looked for only after the one before it", header + row(1, 5, "", "; 2: too early") +
-                                row(2, 6, "", "; 1: first") + row(3, 7, "", "; 3: skipped: 2 is still awaited") +
-                                row(4, 8, "", "; 2: second"),
-         {6, 8}, {1, 2}},
-        {"an assembler listing has no line comments", header + row(1, 0, "", "; blink") + row(2, 0, "E0FF", "\tLDI R16,255"),
-         {}, {}},
+    const auto numbers = [](const std::string& text) {
+        std::istringstream in(text);
+        return std::vector<int>(std::istream_iterator<int>(in), std::istream_iterator<int>());
     };
-    for (const auto& r : rows) {
-        const SourceMap map = sourcemapfromlisting(r.listing);
-        EXPECT_EQ(map.addresses, r.addresses) << r.name;
-        EXPECT_EQ(map.lines, r.lines) << r.name;
+    std::string first;
+    for (const TableRow& r : tablerows("debugtables.txt", "sourcemap")) {
+        std::string listing = header;
+        for (size_t i = 3; i < r.cells.size(); ++i) {
+            std::istringstream cell(r[i]);
+            std::string number, address, opcode, source;
+            std::getline(cell, number, '/');
+            std::getline(cell, address, '/');
+            std::getline(cell, opcode, '/');
+            std::getline(cell, source);
+            std::replace(source.begin(), source.end(), '~', '\t');
+            listing += row(std::stoi(number), std::stoi(address), opcode, source);
+        }
+        const SourceMap map = sourcemapfromlisting(listing);
+        EXPECT_EQ(map.addresses, numbers(r[1])) << r.where;
+        EXPECT_EQ(map.lines, numbers(r[2])) << r.where;
+        if (first.empty()) first = listing;
     }
-    const SourceMap map = sourcemapfromlisting(rows[0].listing);
+    const SourceMap map = sourcemapfromlisting(first);
     EXPECT_EQ(map.lineat(6), 2);
     EXPECT_EQ(map.lineat(4), 0) << "only a statement's first word";
     EXPECT_EQ(map.lineat(8), 0);

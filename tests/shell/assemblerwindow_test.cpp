@@ -13,6 +13,7 @@
 #include "assembler/externalassembler.h"
 #include "image/programcommands.h"
 #include "shellfixture.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -88,10 +89,10 @@ TEST_F(AsmFixture, PrintRefusalsThenAJobWithThePrinterFont) {
         return true;
     };
     window.source.text = "nop\n";
-    window.command("menuprint");
-    EXPECT_EQ(shell.lastmessage(), kAsmSaveFirst);
-    window.command("menuprint2");
-    EXPECT_EQ(shell.lastmessage(), kAsmSaveFirst);
+    for (const char* control : {"menuprint", "menuprint2"}) {
+        window.command(control);
+        EXPECT_EQ(shell.lastmessage(), kAsmSaveFirst) << control;
+    }
     titled("nop\n");
     window.command("menuprint2");
     EXPECT_EQ(shell.lastmessage(), kAsmListingEmpty);
@@ -401,33 +402,20 @@ struct ExternalFixture : AsmFixture {
 
 // The tool's path from the settings, else from the dialog; what a run leaves beside the source.
 TEST_F(ExternalFixture, TheToolRunsAndItsFilesComeBack) {
-    const struct {
-        const char* name;
-        bool tool, listing, hex;
-        const char* setpath;   // the setting, "" for the tool itself
-        const char* openpath;  // the dialog's answer, "" for a cancel, "=" for the tool
-        const char* message;   // the start of the last message, "" for none
-    } rows[] = {
-        {"no tool, the dialog cancelled", false, false, false, "none", "", kAsmToolMissing},
-        {"no tool, none picked either", false, false, false, "none", "stillnone", kAsmToolMissing},
-        {"listing and HEX file", true, true, true, "", "", ""},
-        {"no HEX file", true, true, false, "", "",
-         "Assembly was not successful.\nAVR Assembler failed to generate all the expected files "},
-        {"a tool picked in the dialog is remembered", true, true, true, "none", "=", ""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const TableRow& row : tablerows("shelltables.txt", "externalassembler")) {
+        SCOPED_TRACE(row.where);
+        const bool hex = row.flag(3);
         fs::remove(folder / "prog.hex");
-        if (row.tool) maketool(row.listing, row.hex);
-        if (*row.setpath) shell.settings.putsetting(kAvrAssemblerPathSetting, path(row.setpath));
-        shell.input.openpath = std::string(row.openpath) == "=" ? tool : *row.openpath ? path(row.openpath) : "";
+        if (row.flag(1)) maketool(row.flag(2), hex);
+        if (!row[4].empty()) shell.settings.putsetting(kAvrAssemblerPathSetting, path(row[4]));
+        shell.input.openpath = row[5] == "=" ? tool : !row[5].empty() ? path(row[5]) : "";
         titled(kGoodSource);
         window.command("menuavrassembler");
-        EXPECT_EQ(shell.lastmessage().substr(0, std::string(row.message).size()), row.message);
-        if (!*row.message) { EXPECT_TRUE(shell.messenger.messages.empty()) << shell.lastmessage(); }
-        if (!row.tool) continue;
+        EXPECT_EQ(shell.lastmessage().substr(0, row[6].size()), row[6]);
+        if (row[6].empty()) { EXPECT_TRUE(shell.messenger.messages.empty()) << shell.lastmessage(); }
+        if (!row.flag(1)) continue;
         EXPECT_EQ(window.listing.text.substr(0, 11), "listing of ");
-        EXPECT_EQ(fs::exists(folder / "prog.hex"), row.hex);
+        EXPECT_EQ(fs::exists(folder / "prog.hex"), hex);
         EXPECT_EQ(readfile(temp / "args").substr(0, 15), "-i m32def.inc -");
         EXPECT_EQ(setting(kAvrAssemblerPathSetting), tool);
     }

@@ -8,6 +8,7 @@
 #include "shell/basiccompilersyntax.h"
 #include "shell/settingnames.h"
 #include "shellfixture.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -254,24 +255,12 @@ TEST_F(BasicFixture, TheBasicEditorsGroupOfSettings) {
 
 TEST(BasicSyntax, KeywordsStringsCommentsAndAssemblerRows) {
     const SourceKeywords keywords = keywordset({"Dim", "As", "Byte", "Lcdout", "PORTB", "ASM"});
-    struct Row {
-        const char* line;
-        std::vector<std::string> pieces;  // kind:text
-    };
-    const Row rows[] = {
-        {"dim x as BYTE ' count", {"0:dim", "0:as", "0:BYTE", "2:' count"}},
-        {"Lcdout \"it's Dim\", x 'done", {"0:Lcdout", "3:\"it's Dim\"", "2:'done"}},
-        {"PORTB.3 = 1", {"0:PORTB"}},
-        {"  ASM: LDI R16,1 ' raw", {"0:ASM:", "4: LDI R16,1 ", "2:' raw"}},
-        {"ASM:label", {"0:ASM"}},
-        {"x = \"open string", {"3:\"open string"}},
-    };
-    for (const Row& row : rows) {
-        const std::string line = row.line;
+    for (const TableRow& row : tablerows("shelltables.txt", "basicsyntax")) {
+        const std::string& line = row[0];
         std::vector<std::string> pieces;
         for (const SourceSpan& span : basicsyntaxspans(line, keywords))
             pieces.push_back(std::to_string(static_cast<int>(span.kind)) + ":" + line.substr(span.start, span.length));
-        EXPECT_EQ(pieces, row.pieces) << row.line;
+        EXPECT_EQ(pieces, std::vector<std::string>(row.cells.begin() + 1, row.cells.end())) << row.where;
     }
 }
 

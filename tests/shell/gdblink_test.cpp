@@ -13,6 +13,7 @@
 #include "shell/settingnames.h"
 #include "shellfixture.h"
 #include "support/loopbackclient.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -37,37 +38,27 @@ struct Linked : Shell {
 
 TEST(GdbLink, TheMenuCommandAsksForThePortAndRefusesWhatCannotServe) {
     const int port = freeport();
-    const struct {
-        const char* name;
-        bool loaded;
-        std::optional<std::string> answer;
-        const char* message;  // "" for none
-        bool listening;
-    } rows[] = {
-        {"no program", false, "1234", "No program loaded.", false},
-        {"cancelled", true, std::nullopt, "", false},
-        {"port 0", true, "0", "Allowed range 1-65535.", false},
-        {"port 65536", true, "65536", "Allowed range 1-65535.", false},
-        {"a free port", true, std::to_string(port), "", true},
-    };
-    for (const auto& row : rows) {
+    for (const TableRow& row : tablerows("shelltables.txt", "gdbmenu")) {
+        const bool listening = row.flag(4);
+        const std::optional<std::string> answer =
+            row[2] == "(cancel)" ? std::nullopt : std::optional(row[2] == "(free)" ? std::to_string(port) : row[2]);
         Shell shell;
         shell.select("ATmega32");
-        if (row.loaded) shell.loadhello();
+        if (row.flag(1)) shell.loadhello();
         shell.messenger.messages.clear();
-        shell.input.answers = {row.answer};
+        shell.input.answers = {answer};
         shell.model.command("menugdb");
-        EXPECT_EQ(shell.model.gdb().listening(), row.listening) << row.name;
-        EXPECT_EQ(shell.model.menustates()["menugdb"].checked, row.listening) << row.name;
-        if (row.listening) {
+        EXPECT_EQ(shell.model.gdb().listening(), listening) << row.where;
+        EXPECT_EQ(shell.model.menustates()["menugdb"].checked, listening) << row.where;
+        if (listening) {
             EXPECT_EQ(shell.input.defaults.at(0), "1234") << "the default port";
-            EXPECT_EQ(shell.settings.getsetting(settingnames::kGdbPort, ""), std::to_string(port)) << row.name;
+            EXPECT_EQ(shell.settings.getsetting(settingnames::kGdbPort, ""), std::to_string(port)) << row.where;
             EXPECT_EQ(shell.lastmessage(), "GDB server waiting for avr-gdb on 127.0.0.1:" + std::to_string(port) +
                                                " (target remote :" + std::to_string(port) + ").");
             shell.model.command("menugdb");
             EXPECT_FALSE(shell.model.gdb().listening()) << "the second choice stops it";
         } else {
-            EXPECT_EQ(shell.lastmessage(), row.message) << row.name;
+            EXPECT_EQ(shell.lastmessage(), row[3]) << row.where;
         }
     }
 }

@@ -7,6 +7,7 @@
 #include "shell/mainwindowfields.h"
 #include "shell/pausedediting.h"
 #include "shellfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -19,26 +20,15 @@ int tableindex(const Machine& m, const std::string& name) {
 
 // SRAM rows from the model's first SRAM cell, four digits from $1000, N/A past the SRAM's end.
 TEST(MainWindowFields, SramRowsOfEachModel) {
-    const struct {
-        const char* model;
-        int scroll, row;
-        const char* address;
-        int scrollmax;
-    } rows[] = {
-        {"ATmega32", 0, 0, "$060", 2048 - 32},   {"ATmega32", 0, 31, "$07F", 2016},
-        {"ATmega32", 2016, 31, "$85F", 2016},   {"ATmega128", 0, 0, "$100", 4096 - 32},
-        {"ATmega128", 3839, 0, "$FFF", 4064},   {"ATmega128", 3840, 0, "$1000", 4064},
-        {"ATtiny13", 40, 23, "$09F", 32},       {"ATtiny13", 40, 24, "N/A", 32},
-    };
     Shell shell;
-    for (const auto& r : rows) {
-        shell.select(r.model);
-        const SramRow row = gprprint(shell.m(), r.scroll)[static_cast<size_t>(r.row)];
-        EXPECT_EQ(row.address, r.address) << r.model << " " << r.scroll << " " << r.row;
-        EXPECT_EQ(sramscrollmax(shell.m()), r.scrollmax) << r.model;
-        if (std::string(r.address) == "N/A") {
-            EXPECT_EQ(row.value, "N/A");
-            EXPECT_EQ(row.dataaddress, -1);
+    for (const TableRow& r : tablerows("shelltables.txt", "sramrows")) {
+        shell.select(r[0]);
+        const SramRow row = gprprint(shell.m(), static_cast<int>(r.number(1)))[static_cast<size_t>(r.number(2))];
+        EXPECT_EQ(row.address, r[3]) << r.where;
+        EXPECT_EQ(sramscrollmax(shell.m()), r.number(4)) << r.where;
+        if (r[3] == "N/A") {
+            EXPECT_EQ(row.value, "N/A") << r.where;
+            EXPECT_EQ(row.dataaddress, -1) << r.where;
         }
     }
     EXPECT_EQ(clampscroll(shell.m(), {500, 500}).sram, 32);
@@ -169,19 +159,14 @@ protected:
 };
 
 TEST(PausedEditingAnswers, BytesAndProgramCounter) {
-    EXPECT_EQ(bytefromanswer("a"), 0x0A) << "one digit gets a leading zero";
-    EXPECT_EQ(bytefromanswer("fe"), 0xFE) << "upper-cased";
-    EXPECT_FALSE(bytefromanswer(""));
-    EXPECT_FALSE(bytefromanswer("100"));
-    EXPECT_FALSE(bytefromanswer("g1"));
     Machine m;
     m.flashwords = 0x4000;
-    EXPECT_EQ(pcfromanswer("12", m), 0x12) << "padded to six digits";
-    EXPECT_EQ(pcfromanswer("003fff", m), 0x3FFF);
-    EXPECT_FALSE(pcfromanswer("4000", m)) << "beyond the highest PC";
-    EXPECT_FALSE(pcfromanswer("0000001", m));
-    EXPECT_FALSE(pcfromanswer("xyz", m));
-    EXPECT_FALSE(pcfromanswer("", m));
+    const auto widened = [](auto value) { return value ? std::optional<long>(*value) : std::nullopt; };
+    for (const TableRow& r : tablerows("shelltables.txt", "pausedanswers")) {
+        const std::optional<long> taken =
+            r[0] == "byte" ? widened(bytefromanswer(r[1])) : widened(pcfromanswer(r[1], m));
+        EXPECT_EQ(taken, r[2] == "refused" ? std::nullopt : std::optional<long>(r.number(2))) << r.where;
+    }
 }
 
 TEST_F(PausedEditingTest, RegisterValueIsPromptedAndMasked) {

@@ -9,6 +9,7 @@
 #include "shell/messagepolicy.h"
 #include "shell/optioncommands.h"
 #include "shellfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -22,28 +23,12 @@ protected:
     Shell shell;
 };
 
-struct ChangeCase {
-    const char* control;
-    const char* setting;
-    const char* prompt;
-    const char* low;
-    const char* high;
-    const char* range;
-};
-
 TEST_F(OptionsTest, ChangeCommandsKeepValuesInsideTheirRange) {
-    const ChangeCase cases[] = {
-        {"menuwritetime", "EEPROM Write Time", "Enter new EEPROM write time\n[us - microseconds].", "50", "20000",
-         "Allowed range 50-20000."},
-        {"menuconversiontime", "A/D Conversion Time", "Enter new A/D conversion time\n[us - microseconds].", "10",
-         "1000", "Allowed range 10-1000."},
-        {"menuuarttime", "UART Transmit/Receive Time", "Enter new UART transmit/receive time\n[us - microseconds].",
-         "50", "100000", "Allowed range 50-100000."},
-        {"menuultimaterefresh", "Ultimate Timer", "Enter new value for the Ultimate rate\nrefresh interval [ms].", "1",
-         "2000", "Allowed range 1-2000."},
-    };
-    for (const ChangeCase& c : cases) {
-        SCOPED_TRACE(c.control);
+    for (const TableRow& row : tablerows("shelltables.txt", "optionranges")) {
+        SCOPED_TRACE(row.where);
+        const struct {
+            std::string control, setting, prompt, low, high, range;
+        } c{row[0], row[1], row[2], row[3], row[4], row[5]};
         const std::string before = shell.settings.getsetting(c.setting, "");
         shell.input.answers = {std::to_string(std::stoi(c.low) - 1)};
         shell.model.command(c.control);
@@ -57,7 +42,7 @@ TEST_F(OptionsTest, ChangeCommandsKeepValuesInsideTheirRange) {
         shell.input.answers = {c.high};
         shell.model.command(c.control);
         EXPECT_EQ(shell.settings.getsetting(c.setting, ""), c.high);
-        if (std::string(c.control) == "menuuarttime") {
+        if (c.control == "menuuarttime") {
             EXPECT_EQ(shell.m().uarttime, std::stof(c.high));
         }
         shell.input.answers = {c.low};
@@ -120,11 +105,9 @@ TEST_F(OptionsTest, ClockFrequencyStoredAsTypedAndShown) {
 }
 
 TEST(ClockText, ValidAndLenient) {
-    EXPECT_TRUE(validclocktext("16"));
-    EXPECT_TRUE(validclocktext("0.032768"));
-    EXPECT_TRUE(validclocktext("8."));
-    EXPECT_FALSE(validclocktext("."));
-    EXPECT_FALSE(validclocktext("0.0"));
+    const std::pair<const char*, bool> texts[] = {
+        {"16", true}, {"0.032768", true}, {"8.", true}, {".", false}, {"0.0", false}};
+    for (const auto& [text, valid] : texts) EXPECT_EQ(validclocktext(text), valid) << text;
     EXPECT_FLOAT_EQ(clockmhz("20"), 20.0f);
     EXPECT_FLOAT_EQ(clockmhz("junk"), 4.0f);
 }

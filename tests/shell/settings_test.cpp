@@ -30,6 +30,7 @@
 #include "shell/sourcewindowsettings.h"
 #include "shellfixture.h"
 #include "support/datafile.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -60,26 +61,11 @@ TEST(SettingsFile, ALaterLineReplacesTheValueButNotThePlace) {
 }
 
 TEST(SettingsFile, LinesThatAreNotValuesMarkTheFileDamaged) {
-    const std::string bad[] = {
-        "s Last Path /x",                 // blanks for tabs
-        "t\tName\tvalue",                 // unknown kind
-        "s\tName",                        // no value field
-        "s\tName\tva\tlue",               // a raw tab in the value
-        "n\tName\t12x",                   // not a number
-        "n\tName\t4294967296",            // beyond 32 bits
-        "n\tName\t",                      // an empty number
-        "s\tName\tend\\",                 // a lone backslash
-        "s\tName\t\\q",                   // an unknown escape
-        "s\tName\t\\x4",                  // a short hexadecimal escape
-        "s\tName\t\\xZZ",
-        "s\tName\tbell\a",                // a raw control character
-        std::string("s\tName\tnul\0", 11),
-    };
-    for (const std::string& line : bad) {
-        const SettingsText parsed = parsesettingstext(std::string("s\tGood\t1\n") + line + "\n");
-        EXPECT_TRUE(parsed.damaged) << line;
-        ASSERT_EQ(parsed.values.size(), 1u) << line;
-        EXPECT_EQ(parsed.values[0].name, "Good");
+    for (const TableRow& row : tablerows("settingsfile.txt", "damaged")) {
+        const SettingsText parsed = parsesettingstext("s\tGood\t1\n" + row[0] + "\n");
+        EXPECT_TRUE(parsed.damaged) << row.where;
+        ASSERT_EQ(parsed.values.size(), 1u) << row.where;
+        EXPECT_EQ(parsed.values[0].name, "Good") << row.where;
     }
 }
 
@@ -106,15 +92,8 @@ TEST(SettingsFile, ManyLinesAreReadInOnePass) {
 }
 
 TEST(SettingValues, RealsReadLikeIntegersWithFractionsAndExponents) {
-    const struct {
-        const char* text;
-        double value;
-    } cases[] = {
-        {"9", 9},     {" 10.5", 10.5}, {"-0.25s", -0.25}, {"+2.5", 2.5}, {"1e3", 1000}, {"1.5E-2x", 0.015},
-        {"", 0},      {"abc", 0},      {"+-1", 0},        {"1e999", 0},  {"nan", 0},    {"inf", 0},
-        {".5", 0.5},
-    };
-    for (const auto& c : cases) EXPECT_DOUBLE_EQ(settingreal(c.text), c.value) << '"' << c.text << '"';
+    for (const TableRow& row : tablerows("settingsfile.txt", "reals"))
+        EXPECT_DOUBLE_EQ(settingreal(row[0]), std::stod(row[1])) << row.where;
 }
 
 TEST(SettingValues, NumbersAreWrittenTrimmedAndReadBackExactly) {
@@ -170,29 +149,20 @@ TEST(SettingNames, DefaultsOfEveryGroup) {
 TEST(SettingNames, LookupIgnoresCaseAndRefusesUnknownNames) {
     ASSERT_NE(findsetting("uart transmit/receive time"), nullptr);
     EXPECT_EQ(findsetting("uart transmit/receive time")->name, "UART Transmit/Receive Time");
-    EXPECT_EQ(findsetting("Window2 Left"), nullptr);  // no window 2
-    EXPECT_EQ(findsetting("On Top 1"), nullptr);
-    EXPECT_EQ(findsetting("LED8 Port"), nullptr);
-    EXPECT_EQ(findsetting("A String Color"), nullptr);  // BASIC editor only
+    // There is no window 2, and a string colour belongs to the BASIC editor only.
+    for (const char* name : {"Window2 Left", "On Top 1", "LED8 Port", "A String Color"})
+        EXPECT_EQ(findsetting(name), nullptr) << name;
 }
 
 TEST(SettingNames, FamilySizes) {
-    auto count = [](std::string_view prefix, std::string_view suffix = "") {
+    auto count = [](std::string_view prefix, std::string_view suffix) {
         return std::ranges::count_if(settingtable(), [&](const SettingInfo& s) {
             return s.name.starts_with(prefix) && s.name.ends_with(suffix);
         });
     };
-    EXPECT_EQ(count("On Top "), 18);
-    EXPECT_EQ(count("Auto Start "), 29);
-    EXPECT_EQ(count("Window", " Left"), 39);
-    EXPECT_EQ(count("Window", " Width"), 9);  // 11 keeps its width alone
-    EXPECT_EQ(count("Window", " Height"), 8);
+    for (const TableRow& row : tablerows("settingsfile.txt", "families"))
+        EXPECT_EQ(count(row[0], row[1]), row.number(2)) << row.where;
     EXPECT_EQ(findsetting("Window11 Height"), nullptr);
-    EXPECT_EQ(count("C "), 20);
-    EXPECT_EQ(count("A "), 14);
-    EXPECT_EQ(count("LED"), 24);
-    EXPECT_EQ(count("7-Segment "), 4 * (4 + 16) + 1);
-    EXPECT_EQ(count("Remove "), 7);
 }
 
 using Reader = int64_t (*)(SettingsAccess&);
@@ -217,16 +187,10 @@ int64_t peripheraltime(SettingsAccess& s) {
     readperipheraltimes(m, s);
     return static_cast<int64_t>(m.*Time);
 }
-template <int Window>
-int64_t left(SettingsAccess& s) { return readwindowplace(s, Window).left; }
-template <int Window>
-int64_t top(SettingsAccess& s) { return readwindowplace(s, Window).top; }
-int64_t basicfontsize(SettingsAccess& s) { return readeditorsettings(s, "C").fontsize; }
-int64_t asmfontsize(SettingsAccess& s) { return readeditorsettings(s, "A").fontsize; }
-int64_t basictabsize(SettingsAccess& s) { return readeditorsettings(s, "C").tabsize; }
-int64_t asmtabsize(SettingsAccess& s) { return readeditorsettings(s, "A").tabsize; }
-int64_t asmwheelstep(SettingsAccess& s) { return readeditorsettings(s, "A").wheelstep; }
-int64_t basicundolevels(SettingsAccess& s) { return readeditorsettings(s, "C").undolevels; }
+template <int Window, int32_t WindowPlace::*Field>
+int64_t place(SettingsAccess& s) { return readwindowplace(s, Window).*Field; }
+template <const char* Editor, int EditorSettings::*Field>
+int64_t editor(SettingsAccess& s) { return readeditorsettings(s, Editor).*Field; }
 int64_t keywordblue(SettingsAccess& s) { return readeditorsettings(s, "C").keyword.blue; }
 
 struct NumericSetting {
@@ -248,16 +212,16 @@ const NumericSetting kSettings[] = {
     {"A/D Conversion Time", 10, 1000, 25, peripheraltime<&Machine::adconversiontime>},
     {"UART Transmit/Receive Time", 50, 100000, 1000, peripheraltime<&Machine::uarttime>},
     // Twips; 491505 is 32767 pixels.
-    {"Window1 Left", 0, 491505, 3000, left<1>},
-    {"Window1 Top", 0, 491505, 2000, top<1>},
-    {"Window20 Left", 0, 491505, 4000, left<20>},
-    {"Window46 Top", 0, 491505, 3000, top<46>},
-    {"C Font Size", 1, 144, 10, basicfontsize},
-    {"A Font Size", 1, 144, 10, asmfontsize},
-    {"C Tab Size", 1, 64, 3, basictabsize},
-    {"A Tab Size", 1, 64, 8, asmtabsize},
-    {"A Scroll Wheel Step", 1, 1000, 10, asmwheelstep},
-    {"C Undo Levels Number", 0, 10000, 20, basicundolevels},
+    {"Window1 Left", 0, 491505, 3000, place<1, &WindowPlace::left>},
+    {"Window1 Top", 0, 491505, 2000, place<1, &WindowPlace::top>},
+    {"Window20 Left", 0, 491505, 4000, place<20, &WindowPlace::left>},
+    {"Window46 Top", 0, 491505, 3000, place<46, &WindowPlace::top>},
+    {"C Font Size", 1, 144, 10, editor<kBasicEditor, &EditorSettings::fontsize>},
+    {"A Font Size", 1, 144, 10, editor<kAssemblerEditor, &EditorSettings::fontsize>},
+    {"C Tab Size", 1, 64, 3, editor<kBasicEditor, &EditorSettings::tabsize>},
+    {"A Tab Size", 1, 64, 8, editor<kAssemblerEditor, &EditorSettings::tabsize>},
+    {"A Scroll Wheel Step", 1, 1000, 10, editor<kAssemblerEditor, &EditorSettings::wheelstep>},
+    {"C Undo Levels Number", 0, 10000, 20, editor<kBasicEditor, &EditorSettings::undolevels>},
     // Red + 256 green + 65536 blue: the default keyword colour is blue 150.
     {"C Keyword Color", 0, 0xFFFFFF, 150, keywordblue, 0, 255},
 };
@@ -303,50 +267,27 @@ TEST(SettingRanges, AMissingValueGivesAndStoresTheDefault) {
 }
 
 TEST(SettingRanges, AnUnusableValueStaysInTheStoreAndOnlyPositionsAreRepaired) {
-    const struct {
-        const char* name;
-        const char* stored;
-        const char* after;
-    } cases[] = {
-        {"Message Duration", "2147483647", "2147483647"},
-        {"Ultimate Timer", "0", "0"},
-        {"Window1 Left", "-100", "3000"},
-        {"Window1 Top", "491506", "2000"},
-        {"Window12 Left", "491505", "491505"},
-    };
-    for (const auto& c : cases) {
+    for (const TableRow& c : tablerows("settingsfile.txt", "kept")) {
         MemorySettings settings;
-        settings.putsetting(c.name, c.stored);
+        settings.putsetting(c[0], c[1]);
         (void)readshelloptions(settings, "/");
         (void)messageseconds(settings);
         validatepositions(settings);
-        EXPECT_EQ(settings.getsetting(c.name, ""), c.after) << c.name << " = " << c.stored;
+        EXPECT_EQ(settings.getsetting(c[0], ""), c[2]) << c.where;
     }
 }
 
 // The Assembler window's divider and saved size, read when the window opens.
 TEST(SettingRanges, AssemblerDividerAndSizeFallBackWhenOutOfRange) {
-    const struct {
-        const char* name;
-        const char* stored;
-        int divider;
-        bool sized;
-    } cases[] = {
-        {"Window17 Position", "10", 10, false},        {"Window17 Position", "90", 90, false},
-        {"Window17 Position", "9", 70, false},         {"Window17 Position", "91", 70, false},
-        {"Window17 Position", "2147483647", 70, false}, {"Window17 Width", "491505", 70, true},
-        {"Window17 Width", "491506", 70, false},       {"Window17 Width", "0", 70, false},
-        {"Window17 Width", "-15", 70, false},
-    };
-    for (const auto& c : cases) {
+    for (const TableRow& c : tablerows("settingsfile.txt", "divider")) {
         Shell shell;
         shell.settings.putsetting("Save Positions", "ON");
         shell.settings.putsetting("Window17 Height", "6000");
-        shell.settings.putsetting(c.name, c.stored);
+        shell.settings.putsetting(c[0], c[1]);
         AssemblerWindow window{shell.model, shell.input, shell.clock};
         const AsmWindowGeometry g = window.geometry();
-        EXPECT_EQ(g.divider, c.divider) << c.name << " = " << c.stored;
-        EXPECT_EQ(g.size.has_value(), c.sized) << c.name << " = " << c.stored;
+        EXPECT_EQ(g.divider, c.number(2)) << c.where;
+        EXPECT_EQ(g.size.has_value(), c.flag(3)) << c.where;
     }
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "shell/settingsstore.h"
+#include "support/sectiontable.h"
 #include "support/tempfolder.h"
 
 namespace velmora::test {
@@ -68,14 +69,9 @@ TEST_F(SettingsStoreTest, NumbersAndTextsReadEachOther) {
     EXPECT_EQ(store.getsettingdword("Simulation Duration -1", 0), -1234);
     EXPECT_EQ(store.getsetting("Simulation Duration -1", ""), "-1234");
 
-    const std::map<std::string, int32_t> lenient = {
-        {"42", 42},          {"  17 MHz", 17},          {"-8", -8},       {"+5", 5},
-        {"ON", 0},           {"", 0},                   {"3.9", 3},       {"99999999999", 2147483647},
-        {"-99999999999", -2147483647 - 1},
-    };
-    for (const auto& [text, value] : lenient) {
-        store.putsetting("Message Duration", text);
-        EXPECT_EQ(store.getsettingdword("Message Duration", 4), value) << '"' << text << '"';
+    for (const TableRow& row : tablerows("shelltables.txt", "lenient")) {
+        store.putsetting("Message Duration", row[0]);
+        EXPECT_EQ(store.getsettingdword("Message Duration", 4), row.number(1)) << row.where;
     }
 }
 
@@ -201,27 +197,15 @@ TEST_F(SettingsStoreTest, AStoreWithoutAFileGivesDefaults) {
 
 // The settings file and the user data folder from the environment, in its order of precedence.
 TEST(SettingsPath, EnvironmentOrder) {
-    const struct {
-        bool data;  // the data folder, else the settings file
+    for (const TableRow& c : tablerows("shelltables.txt", "environment")) {
         std::map<std::string, std::string> environment;
-        std::string path;
-    } cases[] = {
-        {false, {{"VELMORA_SETTINGS", "/tmp/s"}, {"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/tmp/s"},
-        {false, {{"XDG_CONFIG_HOME", "/x"}, {"HOME", "/h"}}, "/x/velmora/settings"},
-        {false, {{"VELMORA_SETTINGS", ""}, {"XDG_CONFIG_HOME", "/x"}}, "/x/velmora/settings"},
-        {false, {{"XDG_CONFIG_HOME", "relative"}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
-        {false, {{"XDG_CONFIG_HOME", ""}, {"HOME", "/h"}}, "/h/.config/velmora/settings"},
-        {false, {}, ""},
-        {true, {{"XDG_DATA_HOME", "/d"}, {"HOME", "/h"}}, "/d/velmora"},
-        {true, {{"XDG_DATA_HOME", "relative"}, {"HOME", "/h"}}, "/h/.local/share/velmora"},
-        {true, {{"XDG_DATA_HOME", ""}}, ""},
-    };
-    for (const auto& c : cases) {
+        for (size_t i = 2; i < c.cells.size(); ++i)
+            environment[c[i].substr(0, c[i].find('='))] = c[i].substr(c[i].find('=') + 1);
         auto lookup = [&](const char* name) -> const char* {
-            auto it = c.environment.find(name);
-            return it == c.environment.end() ? nullptr : it->second.c_str();
+            auto it = environment.find(name);
+            return it == environment.end() ? nullptr : it->second.c_str();
         };
-        EXPECT_EQ(c.data ? userdatafolder(lookup) : usersettingspath(lookup), fs::path(c.path)) << c.path;
+        EXPECT_EQ(c[0] == "data" ? userdatafolder(lookup) : usersettingspath(lookup), fs::path(c[1])) << c.where;
     }
 }
 

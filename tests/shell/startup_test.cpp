@@ -14,6 +14,7 @@
 #include "shell/windowplacement.h"
 #include "shell/windowregistry.h"
 #include "shellfixture.h"
+#include "support/sectiontable.h"
 
 namespace velmora::test {
 namespace {
@@ -67,14 +68,8 @@ TEST(Startup, SettingsAreReadInTheirTableOrder) {
     RecordingHost host;
     ASSERT_TRUE(runstartup(shell.model, host));
     const auto& reads = shell.settings.reads;
-    const std::vector<std::string> order = {
-        "Color Theme",       "Last Path",           "Save Positions",        "Clock Frequency",
-        "EEPROM Write Time", "A/D Conversion Time", "UART Transmit/Receive Time", "Simulation Rate",
-        "Ultimate Timer",    "Unprogrammed Bit Value", "Compact View",       "Infinite Loop Stop",
-        "Basic Program Tracking", "Show Confirmations", "Show Memory Usage", "Preserve Input States",
-        "Use Voltage For Analog Inputs", "Analog Slider Mode", "List IO First", "Save Always On Top",
-        "Microcontroller Model", "External Module 1", "External Module 5",
-    };
+    std::vector<std::string> order;
+    for (const TableRow& row : tablerows("shelltables.txt", "startupreads")) order.push_back(row[0]);
     for (size_t i = 1; i < order.size(); ++i) {
         ASSERT_LT(position(reads, order[i]), reads.size()) << order[i];
         EXPECT_LT(position(reads, order[i - 1]), position(reads, order[i])) << order[i - 1] << " before " << order[i];
@@ -145,9 +140,8 @@ TEST(Startup, AutoStartLoadsTheFileAndOpensFlaggedWindowsInOrder) {
 
 TEST(Startup, AutoStartSkipsWindowsTheModelCannotHave) {
     Machine m;
-    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Eeprom, m));
-    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Program, m));
-    EXPECT_FALSE(autostartneedmet(AutoStartNeed::Uart, m));
+    for (AutoStartNeed need : {AutoStartNeed::Eeprom, AutoStartNeed::Program, AutoStartNeed::Uart})
+        EXPECT_FALSE(autostartneedmet(need, m)) << static_cast<int>(need);
     Shell shell;
     const ModelList list = modellist(productdata() + "/models");
     const auto tiny = std::ranges::find_if(list.models, [](const ModelEntry& e) { return e.name == "ATtiny13"; });
@@ -178,12 +172,10 @@ TEST(Shutdown, StoresThePositionRemembersOpenWindowsAndUnloadsThem) {
     opened.clear();
     runshutdown(shell.model, host, hooks);
     EXPECT_EQ(host.log.back(), "restore");
-    EXPECT_EQ(shell.settings.getsetting("Window1 Left", ""), "1800");
-    EXPECT_EQ(shell.settings.getsetting("Window1 Top", ""), "1200");
-    EXPECT_EQ(shell.settings.getsetting("Auto Start Led", ""), "1");
-    EXPECT_EQ(shell.settings.getsetting("Auto Start View", ""), "1");
-    EXPECT_EQ(shell.settings.getsetting("Auto Start Lcd", ""), "0");
-    EXPECT_EQ(shell.settings.getsetting("Auto Start Hex File", ""), hellohex());
+    const std::pair<const char*, std::string> stored[] = {
+        {"Window1 Left", "1800"}, {"Window1 Top", "1200"}, {"Auto Start Led", "1"},
+        {"Auto Start View", "1"}, {"Auto Start Lcd", "0"}, {"Auto Start Hex File", hellohex()}};
+    for (const auto& [name, value] : stored) EXPECT_EQ(shell.settings.getsetting(name, ""), value) << name;
     EXPECT_EQ(opened, (std::vector<int>{-windows::kLedBoard, -packagewindow(40, true)})) << "ascending numbers";
     EXPECT_EQ(modules, std::vector<std::string>{"term"});
 
@@ -217,15 +209,13 @@ TEST(SelectMicrocontroller, RefusalsInTheirOrder) {
     for (int window : {windows::kAssembler, windows::kBasicCompiler, windows::kBreakpointsManager,
                        windows::kDisassembler})
         registry.setopen(window, true);
-    const std::vector<std::string> expected = {
-        "Please close Disassembler window first.", "Please close Breakpoints Manager window first.",
-        "Please close BASIC Compiler window first.", "Please close Assembler window first."};
-    const std::vector<int> closing = {windows::kDisassembler, windows::kBreakpointsManager, windows::kBasicCompiler,
-                                      windows::kAssembler};
-    for (size_t i = 0; i < expected.size(); ++i) {
+    const std::pair<int, const char*> refusals[] = {
+        {windows::kDisassembler, "Disassembler"}, {windows::kBreakpointsManager, "Breakpoints Manager"},
+        {windows::kBasicCompiler, "BASIC Compiler"}, {windows::kAssembler, "Assembler"}};
+    for (const auto& [window, caption] : refusals) {
         shell.model.command("menuselect");
-        EXPECT_EQ(shell.lastmessage(), expected[i]);
-        registry.setopen(closing[i], false);
+        EXPECT_EQ(shell.lastmessage(), std::string("Please close ") + caption + " window first.") << caption;
+        registry.setopen(window, false);
     }
     shell.loadhello();
     shell.startpaused();
@@ -283,8 +273,7 @@ TEST(PackageLayouts, CompactDrawingsUpToFortyPinsOnly) {
         EXPECT_NE(packagewindow(pins, true), 0) << pins;
     }
     // A 64-pin device shows the normal layout under Compact View.
-    EXPECT_EQ(packagewindow(64, true), packagewindow(64, false));
-    EXPECT_EQ(packagewindow(80, true), packagewindow(80, false));
+    for (int pins : {64, 80}) EXPECT_EQ(packagewindow(pins, true), packagewindow(pins, false)) << pins;
     EXPECT_NE(packagewindow(64, false), 0);
     EXPECT_EQ(packagewindow(32, false), 0);
     EXPECT_EQ(packagewindow(0, true), 0);
