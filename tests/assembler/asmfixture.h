@@ -13,6 +13,7 @@
 #include "assembler/asmcontext.h"
 #include "core/numbers.h"
 #include "support/sectiontable.h"
+#include "support/textlines.h"
 
 namespace velmora::test {
 
@@ -34,21 +35,9 @@ inline AsmModel smallmodel() {
     return model;
 }
 
-// Splits at "\n" and drops a "\r" before it, as the file reader does; a text without a
-// final newline still gives its last line.
-inline std::vector<std::string> sourcelines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) {
-        if (line.ends_with('\r')) line.pop_back();
-        lines.push_back(line);
-    }
-    return lines;
-}
-
 inline AsmContext assemble(const std::string& source, const AsmModel& model = smallmodel()) {
     AsmContext ctx;
-    asmassemblelines(ctx, sourcelines(source), model);
+    asmassemblelines(ctx, textlines(source), model);
     return ctx;
 }
 

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,6 +14,7 @@
 #include "inprocess.h"
 #include "support/childprocess.h"
 #include "support/tempfolder.h"
+#include "support/textlines.h"
 
 namespace velmora::test {
 namespace {
@@ -65,16 +65,6 @@ Result cli(const std::vector<std::string>& args) { return test::runinprocess(arg
 const std::string kImageData =
     (std::filesystem::path(VELMORA_TEST_DATA_DIR).parent_path().parent_path() / "image" / "data").string() + "/";
 
-std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> rows;
-    std::istringstream in(text);
-    for (std::string row; std::getline(in, row);) {
-        if (!row.empty() && row.back() == '\r') row.pop_back();
-        rows.push_back(row);
-    }
-    return rows;
-}
-
 TEST(CliDisasm, PlainLayoutListsEveryWordOfTheImageInOrder) {
     // small.bin is avr-objcopy's binary of the same program as small.hex.
     std::ifstream bin(kImageData + "small.bin", std::ios::binary);
@@ -83,7 +73,7 @@ TEST(CliDisasm, PlainLayoutListsEveryWordOfTheImageInOrder) {
 
     const Result r = cli({"disasm", "--model", "ATmega8", "--layout", "plain", kImageData + "small.hex"});
     ASSERT_EQ(r.code, 0) << r.err;
-    const auto rows = lines(r.out);
+    const auto rows = textlines(r.out);
     ASSERT_EQ(rows.size(), 4 + image.size() / 2);
     EXPECT_EQ(rows[1], "AVR DISASSEMBLER LISTING");
     for (size_t w = 0; w < image.size() / 2; ++w) {
@@ -103,9 +93,9 @@ TEST(CliDisasm, LayoutsDifferAsTheirHeadingsSay) {
     const Result bare = cli({"disasm", "--model", "ATmega8", "--layout", "noopcodes", hex});
     ASSERT_EQ(normal.code, 0);
     ASSERT_EQ(bare.code, 0);
-    EXPECT_EQ(lines(normal.out)[2], "Address Opcode  Instruction");
+    EXPECT_EQ(textlines(normal.out)[2], "Address Opcode  Instruction");
     // Without opcodes the listing assembles again, so its heading is a comment.
-    EXPECT_EQ(lines(bare.out)[2], ";Label  Instruction");
+    EXPECT_EQ(textlines(bare.out)[2], ";Label  Instruction");
     // The reset vector jumps to a label; every other vector to the shared bad-interrupt label.
     EXPECT_NE(normal.out.find(":\tRJMP L1"), std::string::npos) << normal.out;
     EXPECT_NE(bare.out.find(":\tRJMP L1"), std::string::npos) << bare.out;
