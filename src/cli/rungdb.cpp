@@ -2,7 +2,6 @@
 
 #include <ostream>
 
-#include "core/memory.h"
 #include "gdb/gdbserver.h"
 #include "gdb/gdbsession.h"
 

@@ -33,8 +33,9 @@ void resize(Machine& m, int flashsize, int extendedio, int sramsize, int eeproms
     m.pcbits = m.flashwords > 0 ? static_cast<int>(std::lround(std::log2(m.flashwords))) : 0;
     m.threebytepc = m.flashwords > 0x10000;
     m.progmem.assign(static_cast<size_t>(m.flashsize) + 4, m.unprogrammed);
-    m.breakat.assign(m.progmem.size() / 2 + 1, 0);
-    m.breakpointsset = false;
+    // Program memory of another size: nobody's breakpoints carry over.
+    m.breakat.clear();
+    setbreakpoints(m, {}, kBreakUser | kBreakDebugger);
     m.extendedio = extendedio < 0 ? 0 : extendedio;
     m.sramsize = sramsize < 0 ? 0 : sramsize;
     m.dataspacesize = m.extendedio + m.sramsize + 96;
